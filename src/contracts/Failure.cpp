@@ -1,0 +1,8 @@
+#include "contracts/Failure.h"
+
+namespace kv {
+
+Failure::Failure(long number, const std::string& description, std::source_location where)
+    : std::runtime_error(description), mNumber(number), mWhere(where) {}
+
+}  // namespace kv

@@ -1,0 +1,74 @@
+// Objects reached by member name: items of the model and plug-in objects. A member that an
+// object does not have fails with "Object doesn't support this property or method" (438), which
+// callers that expect it catch and drop.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "contracts/Variant.h"
+#include "services/Text.h"
+
+namespace kv {
+
+using Arguments = std::vector<Variant>;
+
+class Object : public std::enable_shared_from_this<Object> {
+ public:
+  virtual ~Object() = default;
+
+  // The run-time class name, compared ignoring case by `TypeMatch`.
+  virtual std::string typeName() const = 0;
+
+  virtual Variant get(std::string_view member) const;
+  virtual void set(std::string_view member, const Variant& value);
+  virtual Variant call(std::string_view member, const Arguments& args = {});
+
+ protected:
+  [[noreturn]] static void memberMissing(std::string_view member);
+};
+
+// True when the run-time class name of `item` equals `typeName`, ignoring case.
+bool TypeMatch(const ObjectPtr& item, std::string_view typeName);
+bool TypeMatch(const Variant& item, std::string_view typeName);
+
+// Reads a member and returns `fallback` when the object is absent or lacks the member.
+Variant getOr(const ObjectPtr& object, std::string_view member, Variant fallback = {});
+
+// An object whose members are registered at run time: properties with a getter and an optional
+// setter, and methods. Member names ignore case. Plug-ins and tests build their items from it.
+class DynamicObject : public Object {
+ public:
+  using Getter = std::function<Variant()>;
+  using Setter = std::function<void(const Variant&)>;
+  using Method = std::function<Variant(const Arguments&)>;
+
+  explicit DynamicObject(std::string typeName) : mTypeName(std::move(typeName)) {}
+
+  std::string typeName() const override { return mTypeName; }
+  Variant get(std::string_view member) const override;
+  void set(std::string_view member, const Variant& value) override;
+  Variant call(std::string_view member, const Arguments& args = {}) override;
+
+  // A stored property: readable and writable, starting with `initial`.
+  DynamicObject& field(std::string name, Variant initial = {});
+  DynamicObject& property(std::string name, Getter getter, Setter setter = nullptr);
+  DynamicObject& method(std::string name, Method method);
+  bool hasMember(std::string_view name) const;
+
+ private:
+  struct Property {
+    Getter getter;
+    Setter setter;
+  };
+  std::string mTypeName;
+  std::map<std::string, Variant, text::LessIgnoreCase> mFields;
+  std::map<std::string, Property, text::LessIgnoreCase> mProperties;
+  std::map<std::string, Method, text::LessIgnoreCase> mMethods;
+};
+
+}  // namespace kv
