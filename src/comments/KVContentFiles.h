@@ -3,13 +3,18 @@
 
 #include <memory>
 
+#include "comments/KVContentFile.h"
+#include "project/RecordCollection.h"
+
 namespace kv {
 
-class KVProject;
+class XMLNode;
 
-class KVContentFiles {
+class KVContentFiles : public TrackedCollection<KVContentFile> {
  public:
-  std::weak_ptr<kv::KVProject> KVProject;
+  // Replaces the files by those the "CommentFile" children of `e` name.
+  void Load(const XMLNode& e);
+  void Save(XMLNode& e) const;
 };
 
 }  // namespace kv

@@ -1,15 +1,31 @@
 // Settings for documenting databases.
 #pragma once
 
-#include <memory>
+#include "project/ProjectSettingsBase.h"
 
 namespace kv {
 
-class KVProject;
+class XMLNode;
 
-class DatabaseProperties {
+class DatabaseProperties : public ProjectSettingsBase {
  public:
-  std::weak_ptr<kv::KVProject> KVProject;
+  bool DocumentViewSource() const { return mDocumentViewSource; }
+  void DocumentViewSource(bool v) { Set(mDocumentViewSource, v); }
+  bool DocumentTriggerSource() const { return mDocumentTriggerSource; }
+  void DocumentTriggerSource(bool v) { Set(mDocumentTriggerSource, v); }
+  bool DocumentProcedureSource() const { return mDocumentProcedureSource; }
+  void DocumentProcedureSource(bool v) { Set(mDocumentProcedureSource, v); }
+  bool RetainTaggedComments() const { return mRetainTaggedComments; }
+  void RetainTaggedComments(bool v) { Set(mRetainTaggedComments, v); }
+
+  void Load(const XMLNode& e);
+  void Save(XMLNode& e) const;
+
+ private:
+  bool mDocumentViewSource = true;
+  bool mDocumentTriggerSource = true;
+  bool mDocumentProcedureSource = true;
+  bool mRetainTaggedComments = false;
 };
 
 }  // namespace kv

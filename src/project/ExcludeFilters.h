@@ -1,15 +1,18 @@
 // Member wildcards that leave items out of the documentation.
 #pragma once
 
-#include <memory>
+#include <string>
+
+#include "project/RecordCollection.h"
 
 namespace kv {
 
-class KVProject;
-
-class ExcludeFilters {
+class ExcludeFilter {
  public:
-  std::weak_ptr<kv::KVProject> KVProject;
+  // A Basic wildcard, or a regular expression when the project's ExcludeFiltersRegExp is on.
+  std::string FilterWildCard;
 };
+
+class ExcludeFilters : public TrackedCollection<ExcludeFilter> {};
 
 }  // namespace kv

@@ -1,15 +1,24 @@
 // Relationships left out of diagrams.
 #pragma once
 
-#include <memory>
+#include <string>
+
+#include "project/RecordCollection.h"
 
 namespace kv {
 
-class KVProject;
+class XMLNode;
 
-class IgnoreRelationships {
+class IgnoreRelationship {
  public:
-  std::weak_ptr<kv::KVProject> KVProject;
+  std::string QualifiedName;
+  std::string ProcedureName;
+
+  // Also reads the older form that named the project and component separately.
+  void Load(const XMLNode& e);
+  void Save(XMLNode& e) const;
 };
+
+class IgnoreRelationships : public TrackedCollection<IgnoreRelationship> {};
 
 }  // namespace kv

@@ -8,6 +8,7 @@
 #include "comments/KVContentFiles.h"
 #include "contracts/ClassRegistry.h"
 #include "project/AdditionalFiles.h"
+#include "project/CommunityProperties.h"
 #include "project/DatabaseProperties.h"
 #include "project/DotNetProperties.h"
 #include "project/ExcludeFilters.h"
@@ -90,6 +91,8 @@ std::shared_ptr<KVProject> KVProject::New() {
   project->XSDProperties->KVProject = self;
   project->KVProjectFileName = std::make_shared<FileSystem>();
   project->ModelCommentCollections = std::make_shared<Collection<ObjectPtr>>();
+  project->ModelCommentProfiles = std::make_shared<Collection<std::shared_ptr<ModelComments>>>();
+  project->CommunityProperties = std::make_shared<kv::CommunityProperties>();
   project->NamespaceExclusions = std::make_shared<Collection<std::string>>();
   project->PlugInData = std::make_shared<Collection<ObjectPtr>>();
   project->DocTypes->Populate(*project);
@@ -328,6 +331,46 @@ bool KVProject::SaveToDisk() {
   } catch (...) {
     return false;  // reported by the result alone
   }
+}
+
+// --- Variables ------------------------------------------------------------------------------
+
+std::string KVProject::GetVariableValue(const std::string& Name) const {
+  return VariableValues->Item(Name)->Value();
+}
+
+std::shared_ptr<VariableValue> KVProject::CreateVariableValue(const std::string& Name, const std::string& Value) {
+  auto record = NewVariableValue(Name, Value, false, false);
+  VariableValues->Add(record, Name);
+  return record;
+}
+
+std::shared_ptr<VariableValue> KVProject::NewVariableValue(const std::string& Name, const std::string& Value,
+                                                           bool IsDefault, bool IsSystem) {
+  auto record = std::make_shared<VariableValue>();
+  record->KVProject = std::static_pointer_cast<KVProject>(shared_from_this());
+  record->System = IsSystem;
+  record->Name = Name;
+  record->Value(Value);
+  record->IsDefaultValue = IsDefault;
+  return record;
+}
+
+void KVProject::LoadAllVariables() {
+  guard(kModule, [&] {
+    for (const auto& docType : DocTypes->PopulatedDocTypes()) LoadVariables(*docType);
+  });
+}
+
+void KVProject::LoadVariables(KVDocType& DocType) {
+  guard(kModule, [&] {
+    const auto tmpl = DocType.Template();
+    if (!tmpl) return;
+    for (const auto& def : tmpl->VariableDefs) {
+      if (VariableValues->Exists(def.Name)) continue;
+      VariableValues->Add(NewVariableValue(def.Name, def.DefaultValue, true, false), def.Name);
+    }
+  });
 }
 
 // --- Messages -------------------------------------------------------------------------------

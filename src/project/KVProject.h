@@ -30,6 +30,11 @@ class KVDiagramStyle;
 class DotNetProperties;
 class DatabaseProperties;
 class XSDProperties;
+class VariableValue;
+class ModelComments;
+class CommunityProperties;
+class NamespaceDef;
+class XMLDocument;
 
 class KVProject : public Object {
   struct Token {};
@@ -60,9 +65,11 @@ class KVProject : public Object {
   std::shared_ptr<kv::DotNetProperties> DotNetProperties;
   std::shared_ptr<kv::DatabaseProperties> DatabaseProperties;
   std::shared_ptr<kv::XSDProperties> XSDProperties;
-  ObjectPtr CommunityProperties;
+  std::shared_ptr<kv::CommunityProperties> CommunityProperties;
   std::shared_ptr<FileSystem> KVProjectFileName;
   std::shared_ptr<Collection<ObjectPtr>> ModelCommentCollections;
+  // The model comment profiles chosen for this project, keyed by name.
+  std::shared_ptr<Collection<std::shared_ptr<kv::ModelComments>>> ModelCommentProfiles;
   std::shared_ptr<Collection<std::string>> NamespaceExclusions;
   std::shared_ptr<Collection<ObjectPtr>> PlugInData;
 
@@ -214,6 +221,21 @@ class KVProject : public Object {
   void Load(const std::string& SourceText);
   std::string Save();
   void SaveBackupFile();
+  // Gives an empty output folder and help file the first populated plug-in's defaults.
+  void EnsurePathsNotEmpty();
+  // A file name relative to the project file, and back to an absolute one.
+  std::string ToRelativeFileName(const FileSystem& FileName) const;
+  std::string FromRelativeFileNAme(const FileSystem& FileName) const;
+
+  // --- Variables ----------------------------------------------------------------------------
+  // The stored value of a project or template variable; fails when there is none.
+  std::string GetVariableValue(const std::string& Name) const;
+  std::shared_ptr<VariableValue> CreateVariableValue(const std::string& Name, const std::string& Value);
+  std::shared_ptr<VariableValue> NewVariableValue(const std::string& Name, const std::string& Value, bool IsDefault,
+                                                  bool IsSystem);
+  // Adds a default record for each template variable the project does not have.
+  void LoadAllVariables();
+  void LoadVariables(KVDocType& DocType);
 
   // --- Messages and errors ------------------------------------------------------------------
   int ShowMessageBox(const std::string& Message, int Buttons, const std::string& Title);
@@ -249,6 +271,15 @@ class KVProject : public Object {
   template <class F>
   void Raise(F&& raise);
   ObjectPtr PlugInDataObject(const std::string& key, const std::string& className);
+
+  // Project file reading, see KVProjectFile.cpp.
+  void ApplyNamespaceExclusions();
+  void AddNamespaceToIncludedNamespaceNames(const NamespaceDef& def);
+  static bool IsEmptyFileName(const std::string& FileName);
+  void ReportReadFailure();
+  void LoadBody(XMLDocument& doc);
+  // The read failure message is shown at most once in the life of the object.
+  bool mReadFailureShown = false;
 
   std::vector<std::weak_ptr<KVProjectEvents>> mSubscribers;
 

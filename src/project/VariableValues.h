@@ -2,14 +2,41 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <string_view>
+
+#include "project/RecordCollection.h"
 
 namespace kv {
 
 class KVProject;
 
-class VariableValues {
+class VariableValue {
  public:
+  std::string Name;
+  // Set by the program: never saved and never marks the project changed.
+  bool System = false;
+  // The value is the template's default; such a record is not saved.
+  bool IsDefaultValue = false;
   std::weak_ptr<kv::KVProject> KVProject;
+
+  const std::string& Value() const { return mValue; }
+  // A new value marks the project changed (unless the record is a system one) and makes the
+  // record no longer a default.
+  void Value(std::string_view v);
+
+ private:
+  std::string mValue;
+};
+
+class VariableValues : public TrackedCollection<VariableValue> {
+ public:
+  // Replaces any record under `Key` without marking the project changed.
+  std::shared_ptr<VariableValue> AddValue(std::string_view Key, std::string_view Value,
+                                          const std::weak_ptr<kv::KVProject>& Project, bool System);
+
+ protected:
+  bool MarksChange(const VariableValue& item) const override { return !item.System; }
 };
 
 }  // namespace kv

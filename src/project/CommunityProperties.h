@@ -1,0 +1,21 @@
+// The settings of the community extension. Its content belongs to the community service; the
+// project only loads it from its element and saves it back unchanged.
+#pragma once
+
+#include "contracts/Configuration.h"
+
+namespace kv {
+
+class XMLNode;
+
+class CommunityProperties {
+ public:
+  void Load(const XMLNode& e);
+  // Writes what was loaded; the caller sets the project's own attributes on `e`.
+  void Save(XMLNode& e) const;
+
+ private:
+  StoredElement mContent;
+};
+
+}  // namespace kv

@@ -1,0 +1,83 @@
+#include "project/KVDiagramStyle.h"
+
+#include "contracts/Configuration.h"
+#include "project/KVDocTypes.h"
+#include "project/KVProject.h"
+#include "services/FailureHandler.h"
+
+namespace kv {
+
+std::shared_ptr<Template> KVDiagramStyle::CurrentTemplate() const {
+  auto project = KVProject.lock();
+  if (!project) return nullptr;
+  std::shared_ptr<Template> found;
+  ignoreFailure([&] {
+    auto docType = project->CurrentDocType();
+    if (!docType && project->DocTypes) docType = project->DocTypes->HelpTemplatesFrom();
+    if (docType) found = docType->Template();
+  });
+  return found;
+}
+
+template <class T, class Get>
+T KVDiagramStyle::Pick(T raw, Get get) const {
+  if (mDiagramStyleSource == dssCustom) return raw;
+  const auto tmpl = CurrentTemplate();
+  return tmpl ? get(*tmpl) : raw;
+}
+
+std::int32_t KVDiagramStyle::objFillColor() const {
+  return Pick(mobjFillColor, [](const Template& t) { return t.objFillColor; });
+}
+std::int32_t KVDiagramStyle::objTextColor() const {
+  return Pick(mobjTextColor, [](const Template& t) { return t.objTextColor; });
+}
+std::int32_t KVDiagramStyle::objBorderColor() const {
+  return Pick(mobjBorderColor, [](const Template& t) { return t.objBorderColor; });
+}
+std::int32_t KVDiagramStyle::colFillColor() const {
+  return Pick(mcolFillColor, [](const Template& t) { return t.colFillColor; });
+}
+std::int32_t KVDiagramStyle::colTextColor() const {
+  return Pick(mcolTextColor, [](const Template& t) { return t.colTextColor; });
+}
+std::int32_t KVDiagramStyle::colBorderColor() const {
+  return Pick(mcolBorderColor, [](const Template& t) { return t.colBorderColor; });
+}
+std::int32_t KVDiagramStyle::BorderWidth() const {
+  return Pick(mBorderWidth, [](const Template& t) { return t.BorderWidth; });
+}
+bool KVDiagramStyle::UseDropShadow() const {
+  return Pick(mUseDropShadow, [](const Template& t) { return t.UseDropShadow; });
+}
+bool KVDiagramStyle::CenterCaptions() const {
+  return Pick(mCenterCaptions, [](const Template& t) { return t.CenterCaptions; });
+}
+bool KVDiagramStyle::DiagramBold() const {
+  return Pick(mDiagramBold, [](const Template& t) { return t.DiagramBold; });
+}
+bool KVDiagramStyle::UseDiagramShapes() const {
+  return Pick(mUseDiagramShapes, [](const Template& t) { return t.UseDiagramShapes; });
+}
+
+void KVDiagramStyle::DiagramStyleSource(DiagramStyleSourceEnum v) {
+  if (v != mDiagramStyleSource) {
+    mDiagramStyleSource = v;
+    MarkProjectChanged(KVProject);
+  }
+  const auto tmpl = CurrentTemplate();
+  if (!tmpl) return;
+  mobjFillColor = tmpl->objFillColor;
+  mobjTextColor = tmpl->objTextColor;
+  mobjBorderColor = tmpl->objBorderColor;
+  mcolFillColor = tmpl->colFillColor;
+  mcolTextColor = tmpl->colTextColor;
+  mcolBorderColor = tmpl->colBorderColor;
+  mBorderWidth = tmpl->BorderWidth;
+  mUseDropShadow = tmpl->UseDropShadow;
+  mCenterCaptions = tmpl->CenterCaptions;
+  mDiagramBold = tmpl->DiagramBold;
+  mUseDiagramShapes = tmpl->UseDiagramShapes;
+}
+
+}  // namespace kv

@@ -1,0 +1,38 @@
+#include "project/KVPropertyBag.h"
+
+namespace kv {
+
+std::string KVPropertyBag::PropertyValue(std::string_view Name, std::string_view DefaultValue) const {
+  if (mValues->Exists(Name)) return mValues->Item(Name)->Value;
+  return std::string(DefaultValue);
+}
+
+void KVPropertyBag::PropertyValue(std::string_view Name, std::string_view DefaultValue, std::string_view Value) {
+  const bool exists = mValues->Exists(Name);
+  if (exists && Value != DefaultValue) {
+    auto& stored = mValues->Item(Name)->Value;
+    if (stored != Value) {
+      stored = Value;
+      MarkProjectChanged(KVProject);
+    }
+  } else if (exists) {
+    mValues->Remove(Name);
+    MarkProjectChanged(KVProject);
+  } else if (Value != DefaultValue) {
+    mValues->Add(NewPropertyValue(Name, Value), Name);
+    MarkProjectChanged(KVProject);
+  }
+}
+
+void KVPropertyBag::Clear() {
+  mValues = std::make_shared<kv::PropertyValues>();
+}
+
+std::shared_ptr<kv::PropertyValue> KVPropertyBag::NewPropertyValue(std::string_view Name, std::string_view Value) {
+  auto value = std::make_shared<kv::PropertyValue>();
+  value->Name = Name;
+  value->Value = Value;
+  return value;
+}
+
+}  // namespace kv

@@ -1,0 +1,26 @@
+// The common ground of the kind-specific settings: a weak reference to the project and the
+// setter rule (compare, store, and mark the project changed on a real change).
+#pragma once
+
+#include <memory>
+
+#include "project/RecordCollection.h"
+
+namespace kv {
+
+class KVProject;
+
+class ProjectSettingsBase {
+ public:
+  std::weak_ptr<kv::KVProject> KVProject;
+
+ protected:
+  template <class T, class V>
+  void Set(T& member, const V& value) {
+    if (member == value) return;
+    member = value;
+    MarkProjectChanged(KVProject);
+  }
+};
+
+}  // namespace kv

@@ -1,0 +1,62 @@
+#include "project/TOCSource.h"
+
+#include "project/KVDocType.h"
+#include "project/KVProject.h"
+#include "services/MessageBox.h"
+
+namespace kv {
+
+void TOCSource::Source(TOCSourceEnum v) {
+  if (v == mSource) return;
+  mSource = v;
+  Changed();
+}
+
+void TOCSource::SpecificTOCName(std::string_view v) {
+  if (v == mSpecificTOCName) return;
+  mSpecificTOCName = v;
+  Changed();
+}
+
+void TOCSource::CustomTOCDefinition(std::shared_ptr<kv::TOCDefinition> v) {
+  if (v == mCustomTOCDefinition) return;
+  if (GetTOCDefXML(v.get()) == GetTOCDefXML(mCustomTOCDefinition.get())) return;
+  Changed();
+  mCustomTOCDefinition = std::move(v);
+}
+
+void TOCSource::Changed() {
+  if (auto docType = DocType.lock()) MarkProjectChanged(docType->KVProject);
+}
+
+std::string TOCSource::GetTOCDefXML(const kv::TOCDefinition* definition) {
+  return definition ? definition->SaveToText() : std::string();
+}
+
+std::shared_ptr<Template> TOCSource::DocTypeTemplate() const {
+  auto docType = DocType.lock();
+  return docType ? docType->Template() : nullptr;
+}
+
+std::shared_ptr<TOCDefinition> TOCSource::TOCDefinition() {
+  const auto tmpl = DocTypeTemplate();
+  if (mSource == tsTemplateSpecific) {
+    if (tmpl && tmpl->TOCDefinitions.Exists(mSpecificTOCName)) return tmpl->TOCDefinitions.Item(mSpecificTOCName);
+    const std::string message = "Table of Contents definition '" + mSpecificTOCName +
+                                "' could not be found in this template.  Using default definition instead.";
+    auto docType = DocType.lock();
+    auto project = docType ? docType->KVProject.lock() : nullptr;
+    if (project)
+      project->RaiseBuildError(message, KVWarning);
+    else
+      showHostMessage(message, mb::OKOnly + mb::Exclamation, "Table of Contents definition");
+    Source(tsTemplateDefault);
+  }
+  if (mSource == tsCustom) return mCustomTOCDefinition;
+  if (!tmpl) return nullptr;
+  auto docType = DocType.lock();
+  const std::string& name = docType && docType->ItemCount() >= 2 ? tmpl->MultipleItemTOCName : tmpl->SingleItemTOCName;
+  return tmpl->TOCDefinitions.Item(name);
+}
+
+}  // namespace kv

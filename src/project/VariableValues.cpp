@@ -1,0 +1,25 @@
+#include "project/VariableValues.h"
+
+namespace kv {
+
+void VariableValue::Value(std::string_view v) {
+  if (v != mValue) {
+    if (!System) MarkProjectChanged(KVProject);
+    IsDefaultValue = false;
+  }
+  mValue = v;
+}
+
+std::shared_ptr<VariableValue> VariableValues::AddValue(std::string_view Key, std::string_view Value,
+                                                        const std::weak_ptr<kv::KVProject>& Project, bool System) {
+  if (mCol.Exists(Key)) mCol.Remove(Key);
+  auto record = std::make_shared<VariableValue>();
+  record->KVProject = Project;
+  record->System = System;
+  record->Name = std::string(Key);
+  record->Value(Value);
+  mCol.Add(record, record->Name);
+  return record;
+}
+
+}  // namespace kv
