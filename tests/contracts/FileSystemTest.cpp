@@ -4,10 +4,10 @@
 
 #include <filesystem>
 #include <fstream>
-#include <random>
 
 #include "contracts/Failure.h"
 #include "contracts/FileSystem.h"
+#include "support/TempFolder.h"
 
 namespace fs = std::filesystem;
 using kv::FileSystem;
@@ -16,17 +16,7 @@ namespace {
 
 class FileSystemTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    root = fs::temp_directory_path() /
-           ("kv_fs_" + std::to_string(::getpid()) + "_" + std::to_string(std::random_device{}()));
-    fs::create_directories(root);
-  }
-  void TearDown() override {
-    std::error_code ec;
-    fs::permissions(root, fs::perms::owner_all, fs::perm_options::add, ec);
-    fs::remove_all(root, ec);
-  }
-  std::string path(const std::string& relative) const { return (root / relative).string(); }
+  std::string path(const std::string& relative) const { return temp.path(relative); }
   static std::string bytesOf(const std::string& file) {
     std::ifstream in(file, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
@@ -45,7 +35,8 @@ class FileSystemTest : public ::testing::Test {
     return 0;
   }
 
-  fs::path root;
+  kv::test::TempFolder temp;
+  const fs::path& root = temp.root();
 };
 
 const std::string kText = "Grüße, café — 日本";

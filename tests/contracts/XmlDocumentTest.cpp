@@ -1,14 +1,12 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
 #include <vector>
 
 #include "contracts/Failure.h"
 #include "contracts/XmlDocument.h"
+#include "support/TempFolder.h"
 
-namespace fs = std::filesystem;
 using kv::XMLDocument;
 using kv::XMLNode;
 
@@ -112,9 +110,9 @@ TEST(XmlDocument, ParseErrorsNameTheLine) {
 }
 
 TEST(XmlDocument, NeverLoadsExternalEntitiesOrDtds) {
-  const fs::path secret = fs::temp_directory_path() / ("kv_xml_secret_" + std::to_string(::getpid()) + ".txt");
-  std::ofstream(secret) << "SECRET-CONTENT";
-  const std::string uri = "file://" + secret.string();
+  kv::test::TempFolder temp;
+  std::ofstream(temp.path("secret.txt")) << "SECRET-CONTENT";
+  const std::string uri = "file://" + temp.path("secret.txt");
 
   const std::string inputs[] = {
       "<!DOCTYPE r [<!ENTITY e SYSTEM \"" + uri + "\">]><r>&e;</r>",
@@ -129,7 +127,6 @@ TEST(XmlDocument, NeverLoadsExternalEntitiesOrDtds) {
       EXPECT_EQ(doc.Xml().find("SECRET"), std::string::npos) << input;
     }
   }
-  fs::remove(secret);
 }
 
 TEST(XmlDocument, EntityExpansionBombIsRefused) {
