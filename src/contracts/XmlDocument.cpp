@@ -111,6 +111,13 @@ long XMLAttributes::Count() const {
   return count;
 }
 
+XMLAttribute XMLAttributes::Item(long index) const {
+  long position = 1;
+  for (xmlAttrPtr attr = mNode->properties; attr; attr = attr->next, ++position)
+    if (position == index) return XMLAttribute(mOwner, attr);
+  throw Failure(err::SubscriptOutOfRange, "Subscript out of range");
+}
+
 // ---------------------------------------------------------------------------------------------
 
 std::string XMLNode::Name() const {

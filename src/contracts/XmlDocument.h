@@ -45,6 +45,8 @@ class XMLAttributes {
   // The value, or `fallback` when there is no such attribute.
   std::string ValueOr(std::string_view name, std::string_view fallback = {}) const;
   long Count() const;
+  // The attribute at a 1-based position in document order; fails with "Subscript out of range" (9).
+  XMLAttribute Item(long index) const;
 
  private:
   friend class XMLNode;

@@ -3,6 +3,7 @@
 #include "contracts/Configuration.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
+#include "project/XmlValues.h"
 #include "services/FailureHandler.h"
 
 namespace kv {
@@ -78,6 +79,45 @@ void KVDiagramStyle::DiagramStyleSource(DiagramStyleSourceEnum v) {
   mCenterCaptions = tmpl->CenterCaptions;
   mDiagramBold = tmpl->DiagramBold;
   mUseDiagramShapes = tmpl->UseDiagramShapes;
+}
+
+}  // namespace kv
+
+namespace kv {
+
+void KVDiagramStyle::Load(const XMLNode& e) {
+  using xmlvalue::Attr;
+  using xmlvalue::IsTrue;
+  auto colour = [&](std::string_view name) { return std::int32_t(xmlvalue::Strict(Attr(e, name))); };
+  guard("KVDiagramStyle", [&] {
+    mDiagramStyleSource = DiagramStyleSourceEnum(xmlvalue::Strict(Attr(e, "DiagramStyleSource")));
+    mobjFillColor = colour("ObjFillColor");
+    mobjTextColor = colour("ObjTextColor");
+    mobjBorderColor = colour("ObjBordercolor");
+    mcolFillColor = colour("ColFillColor");
+    mcolTextColor = colour("ColTextColor");
+    mcolBorderColor = colour("ColBorderColor");
+    mUseDropShadow = IsTrue(Attr(e, "UseDropShadow"));
+    mCenterCaptions = IsTrue(Attr(e, "CenterCaptions"));
+    mDiagramBold = IsTrue(Attr(e, "DiagramBold"));
+    mBorderWidth = colour("BorderWidth");
+    mUseDiagramShapes = IsTrue(Attr(e, "UseDiagramShapes"));
+  });
+}
+
+void KVDiagramStyle::Save(XMLNode& e) const {
+  using xmlvalue::Bool;
+  e.SetAttribute("ObjFillColor", std::to_string(mobjFillColor));
+  e.SetAttribute("ObjTextColor", std::to_string(mobjTextColor));
+  e.SetAttribute("ObjBorderColor", std::to_string(mobjBorderColor));
+  e.SetAttribute("ColFillColor", std::to_string(mcolFillColor));
+  e.SetAttribute("ColTextColor", std::to_string(mcolTextColor));
+  e.SetAttribute("ColBorderColor", std::to_string(mcolBorderColor));
+  e.SetAttribute("UseDropShadow", Bool(mUseDropShadow));
+  e.SetAttribute("CenterCaptions", Bool(mCenterCaptions));
+  e.SetAttribute("DiagramBold", Bool(mDiagramBold));
+  e.SetAttribute("BorderWidth", std::to_string(mBorderWidth));
+  e.SetAttribute("UseDiagramShapes", Bool(mUseDiagramShapes));
 }
 
 }  // namespace kv

@@ -1,5 +1,8 @@
 #include "project/KVDocTypes.h"
 
+#include "contracts/XmlDocument.h"
+#include "services/FailureHandler.h"
+
 namespace kv {
 
 void KVDocTypes::Populate(KVProject& /*project*/) {
@@ -46,6 +49,31 @@ NamespaceDefs KVDocTypes::NamespaceDefsOf(const std::vector<DocTypePtr>& docType
       if (!defs.Exists(def->Name)) defs.Add(def, def->Name);
   }
   return defs;
+}
+
+}  // namespace kv
+
+namespace kv {
+
+void KVDocTypes::LoadFromKVProjectXMLEx(XMLDocument& doc, bool LoadPlugIn) {
+  // An element whose doc type is gone is read into the doc type found before it.
+  DocTypePtr docType;
+  for (const XMLNode child : doc.RootNode().ChildNodes()) {
+    if (!text::equalsIgnoreCase(child.Name(), "DocType")) continue;
+    ignoreFailure([&] { docType = Item(child.Attributes().Item("Name").Value()); });
+    if (docType) docType->Load(child);
+  }
+  if (!LoadPlugIn) return;
+  for (const auto& each : mDocTypes)
+    if (const auto& plugIn = each->ProjectPlugIn()) plugIn->LoadXML(doc);
+}
+
+void KVDocTypes::SaveToKVProjectXML(XMLDocument& doc) const {
+  for (const auto& docType : PopulatedDocTypes()) {
+    XMLNode element = doc.RootNode().AddChild("DocType");
+    docType->Save(element);
+    docType->ProjectPlugIn()->SaveXML(doc);
+  }
 }
 
 }  // namespace kv

@@ -1,5 +1,7 @@
 #include "project/KVPropertyBag.h"
 
+#include "project/XmlValues.h"
+
 namespace kv {
 
 std::string KVPropertyBag::PropertyValue(std::string_view Name, std::string_view DefaultValue) const {
@@ -33,6 +35,27 @@ std::shared_ptr<kv::PropertyValue> KVPropertyBag::NewPropertyValue(std::string_v
   value->Name = Name;
   value->Value = Value;
   return value;
+}
+
+}  // namespace kv
+
+namespace kv {
+
+void KVPropertyBag::Load(const XMLNode& e) {
+  mValues = std::make_shared<kv::PropertyValues>();
+  for (const XMLNode child : e.ChildNodes()) {
+    if (child.Name() != "Property") continue;
+    auto value = NewPropertyValue(xmlvalue::Attr(child, "Name"), child.Text());
+    mValues->Add(value, value->Name);
+  }
+}
+
+void KVPropertyBag::Save(XMLNode& e) const {
+  for (const auto& value : *mValues) {
+    XMLNode child = e.AddChild("Property");
+    child.Text(value->Value);
+    child.SetAttribute("Name", value->Name);
+  }
 }
 
 }  // namespace kv

@@ -2,6 +2,7 @@
 
 #include "project/KVDocType.h"
 #include "project/KVProject.h"
+#include "project/XmlValues.h"
 #include "services/MessageBox.h"
 
 namespace kv {
@@ -57,6 +58,39 @@ std::shared_ptr<TOCDefinition> TOCSource::TOCDefinition() {
   auto docType = DocType.lock();
   const std::string& name = docType && docType->ItemCount() >= 2 ? tmpl->MultipleItemTOCName : tmpl->SingleItemTOCName;
   return tmpl->TOCDefinitions.Item(name);
+}
+
+}  // namespace kv
+
+namespace kv {
+
+void TOCSource::Load(const XMLNode& e) {
+  Source(TOCSourceEnum(xmlvalue::Strict(xmlvalue::Attr(e, "TOCSource"))));
+  SpecificTOCName(xmlvalue::Attr(e, "SpecificTOCName"));
+  const auto tmpl = DocTypeTemplate();
+  // A named definition the template has lost falls back quietly here; the build reports it.
+  if (mSource == tsTemplateSpecific && !(tmpl && tmpl->TOCDefinitions.Exists(mSpecificTOCName)))
+    Source(tsTemplateDefault);
+  if (mSource != tsCustom) return;
+  mCustomTOCDefinition = std::make_shared<kv::TOCDefinition>();
+  mCustomTOCDefinition->Template = tmpl;
+  for (const XMLNode child : e.ChildNodes()) {
+    if (child.Name() != "NodeDef") continue;
+    auto nodeDef = std::make_shared<NodeDef>();
+    nodeDef->Load(child);
+    mCustomTOCDefinition->NodeDefs.Add(nodeDef, nodeDef->Name);
+  }
+  for (const auto& nodeDef : mCustomTOCDefinition->NodeDefs) nodeDef->ResolveReferences(mCustomTOCDefinition->NodeDefs);
+}
+
+void TOCSource::Save(XMLNode& e) const {
+  e.SetAttribute("TOCSource", std::to_string(int(mSource)));
+  e.SetAttribute("SpecificTOCName", mSpecificTOCName);
+  if (mSource != tsCustom || !mCustomTOCDefinition) return;
+  for (const auto& nodeDef : mCustomTOCDefinition->NodeDefs) {
+    XMLNode child = e.AddChild("NodeDef");
+    nodeDef->Save(child);
+  }
 }
 
 }  // namespace kv
