@@ -68,6 +68,9 @@ class Root {
   std::string FromRelativeFileNAme(FileSystem& FileName, FileSystem& RelativeTo) const {
     return kv::FromRelativeFileNAme(FileName, RelativeTo);
   }
+  std::string FromRelativeFileNAme(std::string_view FileName, FileSystem& RelativeTo) const {
+    return kv::FromRelativeFileNAme(FileName, RelativeTo);
+  }
   std::string GetTreePath(const TreeView& Tree) const { return kv::GetTreePath(Tree); }
   void SetTreePath(TreeView& Tree, std::string_view Path) const { kv::SetTreePath(Tree, Path); }
   bool IsXPSP2() const { return kv::IsXPSP2(); }

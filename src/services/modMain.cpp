@@ -136,6 +136,15 @@ std::string FromRelativeFileNAme(FileSystem& FileName, FileSystem& RelativeTo) {
   return result;
 }
 
+std::string FromRelativeFileNAme(std::string_view FileName, FileSystem& RelativeTo) {
+  return guard<std::string>("modMain", [&] {
+    FileSystem file;
+    file.MakeRelativeTo(&RelativeTo);
+    file.FileName(FileName);
+    return file.FileName();
+  });
+}
+
 std::string GetTreePath(const TreeView& Tree) {
   return guard<std::string>("modMain", [&] {
     std::string path;

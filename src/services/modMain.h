@@ -52,8 +52,12 @@ bool DelTree32(std::string_view sPathToDel);
 // it or in a sibling folder ("../x/..."); otherwise its full path. The base of `FileName` is
 // cleared on leaving.
 std::string ToRelativeFileName(FileSystem& FileName, FileSystem& RelativeTo);
-// The full path of `FileName` read against `RelativeTo` as base; the base is cleared again.
+// The full path of `FileName` read against `RelativeTo` as base; the base is cleared again. A file
+// object resolves a relative name when it is given, so this only changes names given while a base
+// was set; stored names go through the overload below.
 std::string FromRelativeFileNAme(FileSystem& FileName, FileSystem& RelativeTo);
+// The full path of a stored name, relative (with "/" or "\") to the folder of `RelativeTo` or absolute.
+std::string FromRelativeFileNAme(std::string_view FileName, FileSystem& RelativeTo);
 
 // The keys of the selected node and its parents, from the root down, joined by "|".
 std::string GetTreePath(const TreeView& Tree);

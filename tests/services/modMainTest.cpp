@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "contracts/ClassRegistry.h"
+#include "contracts/FileSystem.h"
 #include "services/TreeView.h"
 #include "services/modMain.h"
 #include "support/RecordingHost.h"
@@ -68,6 +69,31 @@ TEST(ModMain, DelTree32TellsTheUserWhenItFails) {
                         std::error_code(ENOTDIR, std::generic_category()).message() +
                         "]\r\n\r\nPlease check that the files in this directory are not read-only and that you have "
                         "permission to delete them.");
+}
+
+TEST(ModMain, RelativeFileNamesReachOneFolderUpAtMost) {
+  test::TempFolder folder;
+  auto path = [&](const std::string& relative) { return folder.path(relative); };
+  FileSystem project(path("Größe/proj/site.kvp"));
+  auto relative = [&](const std::string& name) {
+    FileSystem file(path(name));
+    std::string result = ToRelativeFileName(file, project);
+    EXPECT_EQ(file.RelativeName(), file.FileName()) << "base left set for " << name;
+    return result;
+  };
+  EXPECT_EQ(relative("Größe/proj/site.xml"), "site.xml");
+  EXPECT_EQ(relative("Größe/proj/sub/y.xml"), "sub/y.xml");
+  EXPECT_EQ(relative("Größe/sibling/x.xml"), "../sibling/x.xml");
+  EXPECT_EQ(relative("Größe/top.xml"), "../top.xml");
+  EXPECT_EQ(relative("up.xml"), path("up.xml"));  // two levels up: the full path
+  EXPECT_EQ(relative("other/deep/z.xml"), path("other/deep/z.xml"));
+
+  EXPECT_EQ(FromRelativeFileNAme("../sibling/x.xml", project), path("Größe/sibling/x.xml"));
+  EXPECT_EQ(FromRelativeFileNAme("sub\\y.xml", project), path("Größe/proj/sub/y.xml"));
+  EXPECT_EQ(FromRelativeFileNAme("/abs/a.xml", project), "/abs/a.xml");
+  FileSystem absolute(path("a/b.xml"));
+  EXPECT_EQ(FromRelativeFileNAme(absolute, project), path("a/b.xml"));
+  EXPECT_EQ(absolute.RelativeName(), path("a/b.xml"));  // base cleared
 }
 
 TEST(ModMain, RegularExpressionsAreChecked) {
