@@ -8,16 +8,16 @@ namespace kv {
 
 void KVContentFile::Load(const XMLNode& e) {
   const XMLAttributes attributes = e.Attributes();
-  FileSystem file(attributes.Item("FileName").Value());
+  const std::string stored = attributes.Item("FileName").Value();
   auto project = KVProject.lock();
-  FileName = project ? project->FromRelativeFileNAme(file) : file.FileName();
+  FileName = project ? project->FromRelativeFileNAme(stored) : FileSystem(stored).FileName();
   DocType = attributes.Item("DocType").Value();
   ItemMoniker = attributes.ValueOr("ItemMoniker");
 }
 
 void KVContentFile::Save(XMLNode& e) const {
   auto project = KVProject.lock();
-  e.SetAttribute("FileName", project ? project->ToRelativeFileName(FileSystem(FileName)) : FileName);
+  e.SetAttribute("FileName", project ? project->ToRelativeFileName(FileName) : FileName);
   e.SetAttribute("DocType", DocType);
   e.SetAttribute("ItemMoniker", ItemMoniker);
 }

@@ -8,12 +8,14 @@ namespace kv {
 void DatabaseProperties::Load(const XMLNode& e) {
   using xmlvalue::Attr;
   using xmlvalue::IsTrue;
-  guard("DatabaseProperties", [&] {
-    mDocumentViewSource = IsTrue(Attr(e, "DocumentViewSource"));
-    mDocumentTriggerSource = IsTrue(Attr(e, "DocumentTriggerSource"));
-    mDocumentProcedureSource = IsTrue(Attr(e, "DocumentProcedureSource"));
-    mRetainTaggedComments = IsTrue(Attr(e, "RetainTaggedComments"));
-  });
+  // Every value present is read; a missing one fails to the caller once all are through.
+  bool failed = false;
+  auto read = [&](auto&& body) { failed |= !ignoreFailure(body); };
+  read([&] { mDocumentViewSource = IsTrue(Attr(e, "DocumentViewSource")); });
+  read([&] { mDocumentTriggerSource = IsTrue(Attr(e, "DocumentTriggerSource")); });
+  read([&] { mDocumentProcedureSource = IsTrue(Attr(e, "DocumentProcedureSource")); });
+  read([&] { mRetainTaggedComments = IsTrue(Attr(e, "RetainTaggedComments")); });
+  if (failed) throw Failure(err::InvalidProcedureCall, "The database settings are incomplete");
 }
 
 void DatabaseProperties::Save(XMLNode& e) const {

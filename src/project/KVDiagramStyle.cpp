@@ -88,21 +88,23 @@ namespace kv {
 void KVDiagramStyle::Load(const XMLNode& e) {
   using xmlvalue::Attr;
   using xmlvalue::IsTrue;
-  auto colour = [&](std::string_view name) { return std::int32_t(xmlvalue::Strict(Attr(e, name))); };
-  guard("KVDiagramStyle", [&] {
-    mDiagramStyleSource = DiagramStyleSourceEnum(xmlvalue::Strict(Attr(e, "DiagramStyleSource")));
-    mobjFillColor = colour("ObjFillColor");
-    mobjTextColor = colour("ObjTextColor");
-    mobjBorderColor = colour("ObjBordercolor");
-    mcolFillColor = colour("ColFillColor");
-    mcolTextColor = colour("ColTextColor");
-    mcolBorderColor = colour("ColBorderColor");
-    mUseDropShadow = IsTrue(Attr(e, "UseDropShadow"));
-    mCenterCaptions = IsTrue(Attr(e, "CenterCaptions"));
-    mDiagramBold = IsTrue(Attr(e, "DiagramBold"));
-    mBorderWidth = colour("BorderWidth");
-    mUseDiagramShapes = IsTrue(Attr(e, "UseDiagramShapes"));
-  });
+  // Every value present is read; a missing or bad one fails to the caller once all are through.
+  bool failed = false;
+  auto read = [&](auto&& body) { failed |= !ignoreFailure(body); };
+  auto number = [&](std::string_view name) { return std::int32_t(xmlvalue::Strict(Attr(e, name))); };
+  read([&] { mDiagramStyleSource = DiagramStyleSourceEnum(number("DiagramStyleSource")); });
+  read([&] { mobjFillColor = number("ObjFillColor"); });
+  read([&] { mobjTextColor = number("ObjTextColor"); });
+  read([&] { mobjBorderColor = number("ObjBordercolor"); });
+  read([&] { mcolFillColor = number("ColFillColor"); });
+  read([&] { mcolTextColor = number("ColTextColor"); });
+  read([&] { mcolBorderColor = number("ColBorderColor"); });
+  read([&] { mUseDropShadow = IsTrue(Attr(e, "UseDropShadow")); });
+  read([&] { mCenterCaptions = IsTrue(Attr(e, "CenterCaptions")); });
+  read([&] { mDiagramBold = IsTrue(Attr(e, "DiagramBold")); });
+  read([&] { mBorderWidth = number("BorderWidth"); });
+  read([&] { mUseDiagramShapes = IsTrue(Attr(e, "UseDiagramShapes")); });
+  if (failed) throw Failure(err::InvalidProcedureCall, "The diagram style is incomplete");
 }
 
 void KVDiagramStyle::Save(XMLNode& e) const {

@@ -223,9 +223,12 @@ class KVProject : public Object {
   void SaveBackupFile();
   // Gives an empty output folder and help file the first populated plug-in's defaults.
   void EnsurePathsNotEmpty();
-  // A file name relative to the project file, and back to an absolute one.
-  std::string ToRelativeFileName(const FileSystem& FileName) const;
-  std::string FromRelativeFileNAme(const FileSystem& FileName) const;
+  // A file name relative to the project file, and back to an absolute one. The text forms take
+  // names as stored in files, relative or absolute, with "/" or "\\".
+  std::string ToRelativeFileName(FileSystem& FileName) const;
+  std::string ToRelativeFileName(std::string_view FileName) const;
+  std::string FromRelativeFileNAme(FileSystem& FileName) const;
+  std::string FromRelativeFileNAme(std::string_view FileName) const;
 
   // --- Variables ----------------------------------------------------------------------------
   // The stored value of a project or template variable; fails when there is none.

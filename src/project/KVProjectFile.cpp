@@ -21,6 +21,7 @@
 #include "services/FailureHandler.h"
 #include "services/MessageBox.h"
 #include "services/Text.h"
+#include "services/modMain.h"
 
 namespace kv {
 namespace {
@@ -51,10 +52,13 @@ std::shared_ptr<Template> installedTemplate(const std::string& name) {
 // The legacy names of namespace selections.
 std::string legacyNamespaceName(const std::string& elementType) {
   if (elementType.find(':') != std::string::npos) return elementType;
-  static const std::pair<const char*, const char*> names[] = {
-      {"Methods", "KV:Method"},         {"Properties", "KV:Property"}, {"Events", "KV:Event"},
-      {"Enumerations", "KV:Enumeration"}, {"UDTs", "KV:Structure"},     {"Libraries", "KV:Library"},
-      {"Implemented Interfaces", "KV:ImplementedInterface"}};
+  static const std::pair<const char*, const char*> names[] = {{"Methods", "KV:Method"},
+                                                              {"Properties", "KV:Property"},
+                                                              {"Events", "KV:Event"},
+                                                              {"Enumerations", "KV:Enumeration"},
+                                                              {"UDTs", "KV:Structure"},
+                                                              {"Libraries", "KV:Library"},
+                                                              {"Implemented Interfaces", "KV:ImplementedInterface"}};
   for (const auto& [old, current] : names)
     if (elementType == old) return current;
   return elementType;
@@ -64,17 +68,21 @@ std::string legacyNamespaceName(const std::string& elementType) {
 
 // --- Relative file names ------------------------------------------------------------------------
 
-std::string KVProject::ToRelativeFileName(const FileSystem& FileName) const {
-  FileSystem file(FileName.FileName());
-  if (KVProjectFileName && !KVProjectFileName->FileName().empty()) file.MakeRelativeTo(KVProjectFileName.get());
-  return file.RelativeName();
+std::string KVProject::ToRelativeFileName(FileSystem& FileName) const {
+  return kv::ToRelativeFileName(FileName, *KVProjectFileName);
 }
 
-std::string KVProject::FromRelativeFileNAme(const FileSystem& FileName) const {
-  FileSystem file;
-  if (KVProjectFileName && !KVProjectFileName->FileName().empty()) file.MakeRelativeTo(KVProjectFileName.get());
-  file.FileName(withSlashes(FileName.FileName()));
-  return file.FileName();
+std::string KVProject::ToRelativeFileName(std::string_view FileName) const {
+  FileSystem file{std::string(FileName)};
+  return kv::ToRelativeFileName(file, *KVProjectFileName);
+}
+
+std::string KVProject::FromRelativeFileNAme(FileSystem& FileName) const {
+  return kv::FromRelativeFileNAme(FileName, *KVProjectFileName);
+}
+
+std::string KVProject::FromRelativeFileNAme(std::string_view FileName) const {
+  return kv::FromRelativeFileNAme(FileName, *KVProjectFileName);
 }
 
 // --- Helpers of loading ---------------------------------------------------------------------------
@@ -264,7 +272,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
       for (const XMLNode child : node.ChildNodes()) {
         E([&] {
           auto file = std::make_shared<AdditionalFile>();
-          file->FileName = FromRelativeFileNAme(FileSystem(child.Text()));
+          file->FileName = FromRelativeFileNAme(child.Text());
           silently([&] { AdditionalFiles->Add(file, file->FileName); });
         });
       }
@@ -376,10 +384,10 @@ void KVProject::LoadBody(XMLDocument& doc) {
     if (mOutputFolder == ".")
       mOutputFolder = KVProjectFileName->Folder();
     else
-      mOutputFolder = FileSystem(FromRelativeFileNAme(FileSystem(OutputFolder() + "dummy.tmp"))).Folder();
+      mOutputFolder = FileSystem(FromRelativeFileNAme(OutputFolder() + "dummy.tmp")).Folder();
   });
   E([&] {
-    if (!IsEmptyFileName(mHelpFileName)) mHelpFileName = FromRelativeFileNAme(FileSystem(mHelpFileName));
+    if (!IsEmptyFileName(mHelpFileName)) mHelpFileName = FromRelativeFileNAme(mHelpFileName);
   });
   E([&] { LoadAllVariables(); });
   E([&] {
@@ -417,15 +425,15 @@ std::string KVProject::Save() {
     root.SetAttribute("OutputFileExtension", mOutputFileExtension);
 
     XMLNode location = root.AddChild("OutputLocation");
+    // The folder goes through the file name conversion as a file inside it, as on reading.
     std::string outputFolder;
     if (!mOutputFolder.empty()) {
-      std::string folder = mOutputFolder;
-      while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
-      outputFolder = ToRelativeFileName(FileSystem(folder));
-      if (outputFolder.empty() || outputFolder == ".") outputFolder = ".";
+      const std::string relative = ToRelativeFileName(OutputFolder() + "dummy.tmp");
+      outputFolder = relative.substr(0, relative.size() - std::string_view("dummy.tmp").size());
+      if (outputFolder.empty()) outputFolder = ".";
     }
     location.SetAttribute("OutputFolder", outputFolder);
-    location.SetAttribute("HelpFileName", mHelpFileName.empty() ? "" : ToRelativeFileName(FileSystem(mHelpFileName)));
+    location.SetAttribute("HelpFileName", mHelpFileName.empty() ? "" : ToRelativeFileName(mHelpFileName));
     location.SetAttribute("UseFilenameAliases", Bool(mUseFileNameAliases));
     location.SetAttribute("StripMetadata", Bool(mStripMetaData));
     location.SetAttribute("ClearBeforeBuild", Bool(mClearBeforeBuild));
@@ -478,7 +486,7 @@ std::string KVProject::Save() {
     }
 
     XMLNode files = root.AddChild("AdditionalFiles");
-    for (const auto& file : *AdditionalFiles) files.AddChild("File").Text(ToRelativeFileName(FileSystem(file->FileName)));
+    for (const auto& file : *AdditionalFiles) files.AddChild("File").Text(ToRelativeFileName(file->FileName));
 
     XMLNode profiles = root.AddChild("ModelComments");
     for (const auto& profile : *ModelCommentProfiles) profiles.AddChild("ModelCommentProfile").Text(profile->Name);

@@ -30,8 +30,7 @@ long Strict(std::string_view s) {
   if (!s.empty() && s.front() == '+') s.remove_prefix(1);
   double value = 0;
   const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), value, std::chars_format::fixed);
-  if (s.empty() || ec != std::errc() || end != s.data() + s.size())
-    throw Failure(err::TypeMismatch, "Type mismatch");
+  if (s.empty() || ec != std::errc() || end != s.data() + s.size()) throw Failure(err::TypeMismatch, "Type mismatch");
   return toLong(value);
 }
 
