@@ -319,7 +319,9 @@ TEST_F(ProjectFile, VersionMessageForNewerFilesOnly) {
     fresh->LoadFromFile(path);
     const bool newer = version == "5.1" || version == "6.0";
     EXPECT_EQ(status.size(), newer ? 1u : 0u) << version;
-    if (newer) EXPECT_TRUE(status[0].starts_with("This project was last saved in version " + version + " of Kavrel."));
+    if (newer) {
+      EXPECT_TRUE(status[0].starts_with("This project was last saved in version " + version + " of Kavrel."));
+    }
     EXPECT_EQ(host.messages().size(), before);
     fresh->Terminate();
   }
