@@ -17,7 +17,9 @@ void ClassRegistry::remove(std::string_view className) {
   if (auto it = mFactories.find(className); it != mFactories.end()) mFactories.erase(it);
 }
 
-bool ClassRegistry::isRegistered(std::string_view className) const { return mFactories.count(className) > 0; }
+bool ClassRegistry::isRegistered(std::string_view className) const {
+  return mFactories.count(className) > 0;
+}
 
 ObjectPtr ClassRegistry::create(std::string_view className) const {
   const std::string message = "ActiveX component can't create object '" + std::string(className) + "'";

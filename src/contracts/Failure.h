@@ -31,8 +31,7 @@ inline constexpr long KeyAlreadyExists = 457;
 
 class Failure : public std::runtime_error {
  public:
-  Failure(long number, const std::string& description,
-          std::source_location where = std::source_location::current());
+  Failure(long number, const std::string& description, std::source_location where = std::source_location::current());
 
   long number() const noexcept { return mNumber; }
   const std::source_location& where() const noexcept { return mWhere; }

@@ -9,9 +9,15 @@ void Object::memberMissing(std::string_view member) {
                 "Object doesn't support this property or method '" + std::string(member) + "'");
 }
 
-Variant Object::get(std::string_view member) const { memberMissing(member); }
-void Object::set(std::string_view member, const Variant&) { memberMissing(member); }
-Variant Object::call(std::string_view member, const Arguments&) { memberMissing(member); }
+Variant Object::get(std::string_view member) const {
+  memberMissing(member);
+}
+void Object::set(std::string_view member, const Variant&) {
+  memberMissing(member);
+}
+Variant Object::call(std::string_view member, const Arguments&) {
+  memberMissing(member);
+}
 
 bool TypeMatch(const ObjectPtr& item, std::string_view typeName) {
   return item && text::equalsIgnoreCase(item->typeName(), typeName);

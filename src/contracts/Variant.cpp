@@ -15,12 +15,18 @@ Variant Variant::null() {
   return v;
 }
 
-Variant::Type Variant::type() const { return static_cast<Type>(mValue.index()); }
+Variant::Type Variant::type() const {
+  return static_cast<Type>(mValue.index());
+}
 
 namespace {
 
-[[noreturn]] void typeMismatch() { throw Failure(err::TypeMismatch, "Type mismatch"); }
-[[noreturn]] void invalidNull() { throw Failure(err::InvalidUseOfNull, "Invalid use of Null"); }
+[[noreturn]] void typeMismatch() {
+  throw Failure(err::TypeMismatch, "Type mismatch");
+}
+[[noreturn]] void invalidNull() {
+  throw Failure(err::InvalidUseOfNull, "Invalid use of Null");
+}
 
 bool parseDouble(std::string_view s, double& out) {
   std::string t = text::trim(s);

@@ -6,7 +6,8 @@
 
 namespace kv {
 
-FailureReport describeCurrentFailure(std::string_view module, const std::source_location& where, std::string variables) {
+FailureReport describeCurrentFailure(std::string_view module, const std::source_location& where,
+                                     std::string variables) {
   FailureReport report;
   report.version = std::to_string(KV_VERSION_MAJOR) + "." + std::to_string(KV_VERSION_MINOR) + "." +
                    std::to_string(KV_VERSION_PATCH);
@@ -36,8 +37,8 @@ FailureReport describeCurrentFailure(std::string_view module, const std::source_
 
 std::string plainFailureMessage(const FailureReport& r) {
   return "KVObjects5 has encountered a problem. We are sorry for the inconvenience.\r\n\r\nModule: " + r.module +
-         "\r\nProcedure: " + r.procedure + "\r\nLine Number: " + std::to_string(r.line) + "\r\n\r\n" +
-         r.description + " (" + std::to_string(r.number) + ")";
+         "\r\nProcedure: " + r.procedure + "\r\nLine Number: " + std::to_string(r.line) + "\r\n\r\n" + r.description +
+         " (" + std::to_string(r.number) + ")";
 }
 
 bool ErrorHandler(const FailureReport& report) {

@@ -12,8 +12,12 @@ std::shared_ptr<MessageHandler>& current() {
 
 }  // namespace
 
-void setMessageHandler(std::shared_ptr<MessageHandler> handler) { current() = std::move(handler); }
-std::shared_ptr<MessageHandler> messageHandler() { return current(); }
+void setMessageHandler(std::shared_ptr<MessageHandler> handler) {
+  current() = std::move(handler);
+}
+std::shared_ptr<MessageHandler> messageHandler() {
+  return current();
+}
 
 int firstButton(int buttons) {
   switch (buttons & 7) {

@@ -19,21 +19,33 @@ char32_t decode(std::string_view s, size_t& i) {
     const auto b = static_cast<unsigned char>(s[i + k]);
     return (b & 0xC0) == 0x80 ? (b & 0x3F) : -1;
   };
-  if (b0 < 0x80) { ++i; return b0; }
+  if (b0 < 0x80) {
+    ++i;
+    return b0;
+  }
   if ((b0 & 0xE0) == 0xC0 && b0 >= 0xC2) {
     int c1 = cont(1);
-    if (c1 >= 0) { i += 2; return char32_t(((b0 & 0x1F) << 6) | c1); }
+    if (c1 >= 0) {
+      i += 2;
+      return char32_t(((b0 & 0x1F) << 6) | c1);
+    }
   } else if ((b0 & 0xF0) == 0xE0) {
     int c1 = cont(1), c2 = cont(2);
     if (c1 >= 0 && c2 >= 0) {
       char32_t cp = ((b0 & 0x0F) << 12) | (c1 << 6) | c2;
-      if (cp >= 0x800 && (cp < 0xD800 || cp > 0xDFFF)) { i += 3; return cp; }
+      if (cp >= 0x800 && (cp < 0xD800 || cp > 0xDFFF)) {
+        i += 3;
+        return cp;
+      }
     }
   } else if ((b0 & 0xF8) == 0xF0) {
     int c1 = cont(1), c2 = cont(2), c3 = cont(3);
     if (c1 >= 0 && c2 >= 0 && c3 >= 0) {
       char32_t cp = ((b0 & 0x07) << 18) | (c1 << 12) | (c2 << 6) | c3;
-      if (cp >= 0x10000 && cp <= 0x10FFFF) { i += 4; return cp; }
+      if (cp >= 0x10000 && cp <= 0x10FFFF) {
+        i += 4;
+        return cp;
+      }
     }
   }
   ++i;
@@ -130,10 +142,13 @@ std::string mid(std::string_view s, long start, long count) {
   }
   const std::u16string w = toUtf16(s);
   if (size_t(start - 1) >= w.size()) return {};
-  return fromUtf16(std::u16string_view(w).substr(size_t(start - 1), count < 0 ? std::u16string_view::npos : size_t(count)));
+  return fromUtf16(
+      std::u16string_view(w).substr(size_t(start - 1), count < 0 ? std::u16string_view::npos : size_t(count)));
 }
 
-std::string left(std::string_view s, long count) { return count <= 0 ? std::string() : mid(s, 1, count); }
+std::string left(std::string_view s, long count) {
+  return count <= 0 ? std::string() : mid(s, 1, count);
+}
 
 std::string right(std::string_view s, long count) {
   if (count <= 0) return {};
@@ -187,7 +202,9 @@ bool equalsIgnoreCase(std::string_view a, std::string_view b) {
   return toLower(a) == toLower(b);
 }
 
-bool containsIgnoreCase(std::string_view s, std::string_view what) { return toLower(s).find(toLower(what)) != std::string::npos; }
+bool containsIgnoreCase(std::string_view s, std::string_view what) {
+  return toLower(s).find(toLower(what)) != std::string::npos;
+}
 
 bool startsWithIgnoreCase(std::string_view s, std::string_view prefix) {
   const std::string ls = toLower(s), lp = toLower(prefix);
@@ -224,7 +241,9 @@ std::string trimRight(std::string_view s) {
   return e == std::string_view::npos ? std::string() : std::string(s.substr(0, e + 1));
 }
 
-std::string trim(std::string_view s) { return trimLeft(trimRight(s)); }
+std::string trim(std::string_view s) {
+  return trimLeft(trimRight(s));
+}
 
 std::vector<std::string> split(std::string_view s, std::string_view delimiter) {
   std::vector<std::string> parts;

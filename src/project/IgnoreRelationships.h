@@ -1,0 +1,15 @@
+// Relationships left out of diagrams.
+#pragma once
+
+#include <memory>
+
+namespace kv {
+
+class KVProject;
+
+class IgnoreRelationships {
+ public:
+  std::weak_ptr<kv::KVProject> KVProject;
+};
+
+}  // namespace kv

@@ -1,0 +1,294 @@
+// A documentation project: every setting, the project collections, the doc types with their
+// plug-ins and the comment files; the dirty state and the project's events; the project file.
+//
+// Create one with KVProject::New() and end it with Terminate(): the object graph holds cycles.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "contracts/Collection.h"
+#include "contracts/FileSystem.h"
+#include "contracts/Object.h"
+#include "project/Enums.h"
+#include "project/KVProjectEvents.h"
+
+namespace kv {
+
+class KVDocTypes;
+class KVDocType;
+class ExcludeFilters;
+class VariableValues;
+class AdditionalFiles;
+class KVPropertyBag;
+class KVContentFiles;
+class IgnoreRelationships;
+class KVDiagramStyle;
+class DotNetProperties;
+class DatabaseProperties;
+class XSDProperties;
+
+class KVProject : public Object {
+  struct Token {};
+
+ public:
+  explicit KVProject(Token);
+  ~KVProject() override;
+  static std::shared_ptr<KVProject> New();
+  // Number of live project objects in the process.
+  static long InstanceCount();
+
+  std::string typeName() const override { return "KVProject"; }
+
+  // --- Events -----------------------------------------------------------------------------
+  void Subscribe(std::weak_ptr<KVProjectEvents> subscriber);
+  void Unsubscribe(const KVProjectEvents* subscriber);
+
+  // --- Owned objects ----------------------------------------------------------------------
+  std::shared_ptr<kv::KVDocTypes> DocTypes;
+  std::shared_ptr<kv::ExcludeFilters> ExcludeFilters;
+  std::shared_ptr<kv::VariableValues> VariableValues;
+  std::shared_ptr<kv::AdditionalFiles> AdditionalFiles;
+  std::shared_ptr<kv::KVPropertyBag> IncludedNamespaceNames;
+  std::shared_ptr<kv::KVContentFiles> CommentFiles;
+  std::shared_ptr<kv::IgnoreRelationships> IgnoreRelationships;
+  std::shared_ptr<kv::KVDiagramStyle> DiagramStyle;
+  std::shared_ptr<kv::KVPropertyBag> PropertyBag;
+  std::shared_ptr<kv::DotNetProperties> DotNetProperties;
+  std::shared_ptr<kv::DatabaseProperties> DatabaseProperties;
+  std::shared_ptr<kv::XSDProperties> XSDProperties;
+  ObjectPtr CommunityProperties;
+  std::shared_ptr<FileSystem> KVProjectFileName;
+  std::shared_ptr<Collection<ObjectPtr>> ModelCommentCollections;
+  std::shared_ptr<Collection<std::string>> NamespaceExclusions;
+  std::shared_ptr<Collection<ObjectPtr>> PlugInData;
+
+  // Per-kind project data, created by class name on first use.
+  ObjectPtr dbConnections();
+  ObjectPtr XSDSchemas();
+
+  // --- Public variables (no dirty tracking) -----------------------------------------------
+  bool PauseEvents = false;
+  bool Silent = false;
+  bool CancelDisabled = false;
+  bool LoadedFromFile = false;
+  bool DirectLoad = true;
+  bool LoadPlugInXML = true;
+  bool LoadDirty = false;
+  std::string FileVersion = "5.0";
+  long CodePage = 65001;
+  std::string CommunityProjectKey;
+  std::string TOCBookPrefix = "<UL>";
+  std::string TOCNodeScrap;
+  std::string TOCBookSuffix = "</UL>";
+  std::string TOCSuffix;
+  std::string StubHPJTemplate, StubRTFTemplate, StubRTFTopicTemplate;
+  std::string HPJCompilerPath, HHCCompilerPath, HPJCompilerOutput, CompilerOutput;
+
+  // --- Settings: the setter marks the project changed only on a real change ---------------
+  bool CompileHelpFile() const { return mCompileHelpFile; }
+  void CompileHelpFile(bool v) { Set(mCompileHelpFile, v); }
+  bool RefreshIfExists() const { return mRefreshIfExists; }
+  void RefreshIfExists(bool v) { Set(mRefreshIfExists, v); }
+  bool DocumentSourceCode() const { return mDocumentSourceCode; }
+  void DocumentSourceCode(bool v) { Set(mDocumentSourceCode, v); }
+  bool AlwaysCopySupportFiles() const { return mAlwaysCopySupportFiles; }
+  void AlwaysCopySupportFiles(bool v) { Set(mAlwaysCopySupportFiles, v); }
+  long PropertyCommentsFrom() const { return mPropertyCommentsFrom; }
+  void PropertyCommentsFrom(long v) { Set(mPropertyCommentsFrom, v); }
+  long RelationshipsFrom() const { return mRelationshipsFrom; }
+  void RelationshipsFrom(long v) { Set(mRelationshipsFrom, v); }
+  bool DefaultRelsOnlyForCollections() const { return mDefaultRelsOnlyForCollections; }
+  void DefaultRelsOnlyForCollections(bool v) { Set(mDefaultRelsOnlyForCollections, v); }
+  std::string ProjectGroupName() const;
+  void ProjectGroupName(const std::string& v) { Set(mProjectGroupName, v); }
+  // Reading the version of a fresh project stores 1 and marks the project changed.
+  std::string HTMLHelpVersion();
+  void HTMLHelpVersion(const std::string& v);
+  std::string HHNamespace() const { return mHHNamespace; }
+  void HHNamespace(const std::string& v) { Set(mHHNamespace, v); }
+  std::string HHIdentifier() const { return mHHIdentifier; }
+  void HHIdentifier(const std::string& v) { Set(mHHIdentifier, v); }
+  bool PlugInToVSNET() const { return mPlugInToVSNET; }
+  void PlugInToVSNET(bool v) { Set(mPlugInToVSNET, v); }
+  std::string PlugInNamespace() const { return mPlugInNamespace; }
+  void PlugInNamespace(const std::string& v) { Set(mPlugInNamespace, v); }
+  long LocaleID() const { return mLocaleID; }
+  void LocaleID(long v) { Set(mLocaleID, v); }
+  bool ExcludeFiltersRegExp() const { return mExcludeFiltersRegExp; }
+  void ExcludeFiltersRegExp(bool v) { Set(mExcludeFiltersRegExp, v); }
+  std::string OutputFileExtension() const { return mOutputFileExtension; }
+  void OutputFileExtension(const std::string& v) { Set(mOutputFileExtension, v); }
+  // A non-empty folder always ends in "/".
+  std::string OutputFolder() const;
+  void OutputFolder(const std::string& v) { Set(mOutputFolder, v); }
+  std::string HelpFileName() const { return mHelpFileName; }
+  void HelpFileName(const std::string& v) { Set(mHelpFileName, v); }
+  bool UseFileNameAliases() const { return mUseFileNameAliases; }
+  void UseFileNameAliases(bool v) { Set(mUseFileNameAliases, v); }
+  bool StripMetaData() const { return mStripMetaData; }
+  void StripMetaData(bool v) { Set(mStripMetaData, v); }
+  bool ClearBeforeBuild() const { return mClearBeforeBuild; }
+  void ClearBeforeBuild(bool v) { Set(mClearBeforeBuild, v); }
+  bool RemoveOutputFilesAfterCompile() const { return mRemoveOutputFilesAfterCompile; }
+  void RemoveOutputFilesAfterCompile(bool v) { Set(mRemoveOutputFilesAfterCompile, v); }
+  bool UseAlinkMenus() const { return mUseAlinkMenus; }
+  void UseAlinkMenus(bool v) { Set(mUseAlinkMenus, v); }
+  bool CreateContextLinks() const { return mCreateContextLinks; }
+  void CreateContextLinks(bool v) { Set(mCreateContextLinks, v); }
+  bool WriteHelpDescriptions() const { return mWriteHelpDescriptions; }
+  void WriteHelpDescriptions(bool v) { Set(mWriteHelpDescriptions, v); }
+  bool CreateWinHelpStub() const { return mCreateWinHelpStub; }
+  void CreateWinHelpStub(bool v) { Set(mCreateWinHelpStub, v); }
+  bool CopySourceCode() const { return mCopySourceCode; }
+  void CopySourceCode(bool v) { Set(mCopySourceCode, v); }
+  std::string Language() const { return mLanguage; }
+  void Language(const std::string& v) { Set(mLanguage, v); }
+  bool IncludePrivate() const { return mIncludePrivate; }
+  void IncludePrivate(bool v) { Set(mIncludePrivate, v); }
+  bool IncludeFriend() const { return mIncludeFriend; }
+  void IncludeFriend(bool v) { Set(mIncludeFriend, v); }
+  bool IncludeProtected() const { return mIncludeProtected; }
+  void IncludeProtected(bool v) { Set(mIncludeProtected, v); }
+  bool IdentifyVisibility() const { return mIdentifyVisibility; }
+  void IdentifyVisibility(bool v) { Set(mIdentifyVisibility, v); }
+  bool IncludeProtectedFriend() const { return mIncludeProtectedFriend; }
+  void IncludeProtectedFriend(bool v) { Set(mIncludeProtectedFriend, v); }
+  bool UnTaggedModules() const { return mUnTaggedModules; }
+  void UnTaggedModules(bool v) { Set(mUnTaggedModules, v); }
+  bool UnTaggedVariables() const { return mUnTaggedVariables; }
+  void UnTaggedVariables(bool v) { Set(mUnTaggedVariables, v); }
+  bool UnTaggedBlocks() const { return mUnTaggedBlocks; }
+  void UnTaggedBlocks(bool v) { Set(mUnTaggedBlocks, v); }
+  bool UnTaggedEvents() const { return mUnTaggedEvents; }
+  void UnTaggedEvents(bool v) { Set(mUnTaggedEvents, v); }
+  bool UnTaggedEnumerations() const { return mUnTaggedEnumerations; }
+  void UnTaggedEnumerations(bool v) { Set(mUnTaggedEnumerations, v); }
+  bool UnTaggedUDTs() const { return mUnTaggedUDTs; }
+  void UnTaggedUDTs(bool v) { Set(mUnTaggedUDTs, v); }
+  long HelpDescriptionImport() const { return mHelpDescriptionImport; }
+  void HelpDescriptionImport(long v) { Set(mHelpDescriptionImport, v); }
+  long PageNestingLevels() const { return mPageNestingLevels; }
+  void PageNestingLevels(long v) { Set(mPageNestingLevels, v); }
+  long OverviewNestingLevels() const { return mOverviewNestingLevels; }
+  void OverviewNestingLevels(long v) { Set(mOverviewNestingLevels, v); }
+  bool SupressSingleObjectDiagrams() const { return mSupressSingleObjectDiagrams; }
+  void SupressSingleObjectDiagrams(bool v) { Set(mSupressSingleObjectDiagrams, v); }
+  bool CompileWinHelpStub() const { return mCompileWinHelpStub; }
+  void CompileWinHelpStub(bool v) { Set(mCompileWinHelpStub, v); }
+  bool ShowCompileLog() const { return mShowCompileLog; }
+  void ShowCompileLog(bool v) { Set(mShowCompileLog, v); }
+  // Compares and stores without marking the project changed.
+  std::string DefaultTopic() const;
+  void DefaultTopic(const std::string& v);
+  // The help project file (".hhp" or ".hxc"); stores without comparing and without a change mark.
+  std::string ProjectFileName();
+  void ProjectFileName(const std::string& v) { mProjectFileName = v; }
+
+  bool Dirty() const { return mDirty; }
+  void Dirty(bool v);
+  bool Cancel() const { return mCancel; }
+  void Cancel(bool v);
+  // A plain reference to the doc type being worked on; not a setting.
+  std::shared_ptr<KVDocType> CurrentDocType() const { return mCurrentDocType; }
+  void CurrentDocType(std::shared_ptr<KVDocType> v) { mCurrentDocType = std::move(v); }
+
+  // --- Derived values ----------------------------------------------------------------------
+  float FileVersionNumeric() const;
+  std::string ProjectFileNameNoPathOrExtension();
+  bool SomethingToDocument() const;
+  long SourceItemCount() const;
+  long BinaryItemCount() const;
+  long VBSourceItemCount() const;
+  bool IsLumidesk() const;
+  bool IsLumideskLite() const;
+  bool IsLumideskDocType(const KVDocType& docType) const;
+
+  // --- Files -------------------------------------------------------------------------------
+  void LoadFromFile(const std::string& FileName);
+  void SaveToFile(const std::string& FileName);
+  bool SaveToDisk();
+  void Load(const std::string& SourceText);
+  std::string Save();
+  void SaveBackupFile();
+
+  // --- Messages and errors ------------------------------------------------------------------
+  int ShowMessageBox(const std::string& Message, int Buttons, const std::string& Title);
+  int InternalShowMessageBox(const std::string& Message, int Buttons, const std::string& Title, int ExplicitDefault);
+  void RaiseLoadError(const std::string& Text, KVErrorLevel Level = KVWarning);
+  void RaiseBuildError(const std::string& Text, KVErrorLevel Level = KVWarning);
+
+  // --- Change tracking and build state ------------------------------------------------------
+  void Changed();
+  // Lets the host handle input (the default polls nothing), then tells whether to stop.
+  bool Cancelled();
+  std::function<void()> DoEvents;
+
+  void FirePreBuildStatus(std::string Status);
+  void FirePostBuildStatus(std::string Status);
+  void FireCancelAvailabilityChanged(bool Available);
+  void FireCompileError(const std::string& CompilerLog);
+  void FireUpdateStatusAnim(const std::string& StatusAnimFileName);
+  void FireInitialiseStatus(long Index, long MaxValue);
+  void FireUpdateStatusByIndex(long Index, const std::string& Caption, long Progress);
+  void FireContentCreated(const std::string& FileName);
+  void FireNamespaceExclusionsChanged();
+
+  void Terminate();
+
+ private:
+  template <class T, class V>
+  void Set(T& member, const V& value) {
+    if (member == value) return;
+    member = value;
+    Changed();
+  }
+  template <class F>
+  void Raise(F&& raise);
+  ObjectPtr PlugInDataObject(const std::string& key, const std::string& className);
+
+  std::vector<std::weak_ptr<KVProjectEvents>> mSubscribers;
+
+  bool mCompileHelpFile = true;
+  bool mRefreshIfExists = false;
+  bool mDocumentSourceCode = false;
+  bool mAlwaysCopySupportFiles = false;
+  long mPropertyCommentsFrom = 0;
+  long mRelationshipsFrom = rfAll;
+  bool mDefaultRelsOnlyForCollections = true;
+  std::string mProjectGroupName;
+  long mHTMLHelpVersion = 0;
+  std::string mHHNamespace, mHHIdentifier;
+  bool mPlugInToVSNET = false;
+  std::string mPlugInNamespace;
+  long mLocaleID = 0;
+  bool mExcludeFiltersRegExp = false;
+  std::string mOutputFileExtension = ".html";
+  std::string mOutputFolder;
+  std::string mHelpFileName;
+  bool mUseFileNameAliases = false, mStripMetaData = false, mClearBeforeBuild = false,
+       mRemoveOutputFilesAfterCompile = false;
+  bool mUseAlinkMenus = false;
+  bool mCreateContextLinks = false, mWriteHelpDescriptions = false, mCreateWinHelpStub = false;
+  bool mCopySourceCode = true;
+  std::string mLanguage = "English";
+  bool mIncludePrivate = false, mIncludeFriend = false, mIncludeProtected = false, mIdentifyVisibility = false;
+  bool mIncludeProtectedFriend = false;
+  bool mUnTaggedModules = false, mUnTaggedVariables = false, mUnTaggedBlocks = false, mUnTaggedEvents = false,
+       mUnTaggedEnumerations = false, mUnTaggedUDTs = false;
+  long mHelpDescriptionImport = hdiUseIfBlank;
+  long mPageNestingLevels = 3, mOverviewNestingLevels = 3;
+  bool mSupressSingleObjectDiagrams = true;
+  bool mCompileWinHelpStub = false, mShowCompileLog = false;
+  std::string mDefaultTopic;
+  std::string mProjectFileName;
+
+  bool mDirty = false;
+  bool mCancel = false;
+  std::shared_ptr<KVDocType> mCurrentDocType;
+};
+
+}  // namespace kv
