@@ -16,14 +16,19 @@ constexpr std::string_view kTagOpen = "<kv:";
 constexpr std::string_view kTagName = "data";
 constexpr std::string_view kUnrecognised = "!UNCRECOGNISED";
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-bool isNameStart(char c) { return std::isalpha(static_cast<unsigned char>(c)) || c == '_'; }
+bool isBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+bool isNameStart(char c) {
+  return std::isalpha(static_cast<unsigned char>(c)) || c == '_';
+}
 bool isNameChar(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '-' || c == '.' || c == ':';
 }
 
 bool isTagAt(std::string_view layout, std::size_t pos) {
-  return layout.size() - pos >= kTagOpen.size() && text::equalsIgnoreCase(layout.substr(pos, kTagOpen.size()), kTagOpen);
+  return layout.size() - pos >= kTagOpen.size() &&
+         text::equalsIgnoreCase(layout.substr(pos, kTagOpen.size()), kTagOpen);
 }
 
 // Start of the next "<kv:" at or after `from`, ignoring case, or npos.
@@ -224,8 +229,9 @@ void ParserTemplate::LoadText(std::string_view layout) {
     const std::string& close = isStart ? mMetaStartClose : mMetaEndClose;
     const std::size_t closeAt = layout.find(close, next + open.size());
     if (closeAt == npos) {
-      mLoadErrors.push_back("Line " + std::to_string(state.lineAt(next)) + ": the metadata marker is not closed with \"" +
-                            close + "\": " + excerpt(layout, next, layout.size()));
+      mLoadErrors.push_back("Line " + std::to_string(state.lineAt(next)) +
+                            ": the metadata marker is not closed with \"" + close +
+                            "\": " + excerpt(layout, next, layout.size()));
       pos = next + 1;
       continue;
     }
@@ -248,7 +254,9 @@ void ParserTemplate::LoadText(std::string_view layout) {
   }
 }
 
-std::string ParserTemplate::LoadErrors() const { return text::join(mLoadErrors, "\n"); }
+std::string ParserTemplate::LoadErrors() const {
+  return text::join(mLoadErrors, "\n");
+}
 
 std::string ParserTemplate::ParseToString() {
   std::shared_ptr<FileSystem> none;
@@ -262,9 +270,7 @@ void ParserTemplate::render(std::shared_ptr<FileSystem>& file, std::string& out,
   auto noProvider = [] { return Failure(err::ObjectVariableNotSet, "Object variable or With block variable not set"); };
   for (const Node& node : mNodes) {
     switch (node.kind) {
-      case Node::Kind::Text:
-        out.append(node.text);
-        break;
+      case Node::Kind::Text: out.append(node.text); break;
       case Node::Kind::Marker:
         if (!mStripMetaData) out.append(node.text);
         break;

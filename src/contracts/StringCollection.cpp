@@ -7,10 +7,13 @@
 
 namespace kv {
 
-void StringCollection::Add(std::string value) { mEntries.push_back({std::string(), std::move(value), false}); }
+void StringCollection::Add(std::string value) {
+  mEntries.push_back({std::string(), std::move(value), false});
+}
 
 void StringCollection::Add(std::string value, std::string key) {
-  if (Contains(key)) throw Failure(err::KeyAlreadyExists, "This key is already associated with an element of this collection");
+  if (Contains(key))
+    throw Failure(err::KeyAlreadyExists, "This key is already associated with an element of this collection");
   mEntries.push_back({std::move(key), std::move(value), true});
 }
 

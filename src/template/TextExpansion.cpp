@@ -106,7 +106,8 @@ std::string substitute(std::string_view text, std::string_view delimiter, Lookup
 // `what` is ASCII, so bytes of other characters never match it.
 bool asciiEqualsIgnoreCase(std::string_view a, std::string_view what) {
   for (std::size_t i = 0; i < what.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(what[i]))) return false;
+    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(what[i])))
+      return false;
   }
   return true;
 }
@@ -174,8 +175,8 @@ StringCollection GetParameters(std::string_view Source) {
 }
 
 std::string InternalParseForProviderProperties(std::string_view Text, DataProvider& DDP,
-                                               std::shared_ptr<FileSystem>& FileSystemObject,
-                                               bool AlwaysUseProvideData, bool ReplaceInQuotes) {
+                                               std::shared_ptr<FileSystem>& FileSystemObject, bool AlwaysUseProvideData,
+                                               bool ReplaceInQuotes) {
   if (Text.find("%%") == std::string_view::npos) return std::string(Text);
   ExpansionSink sink(DDP, FileSystemObject, AlwaysUseProvideData);
   try {
@@ -234,9 +235,8 @@ void AppendString(std::string& OutputBuffer, std::string_view NewText, long& Out
 }
 
 std::string ParseForPhrases(std::string_view Text, const PhraseLookup& Phrases, std::string_view Delimeter) {
-  return substitute(Text, Delimeter, [&](std::string_view key) {
-    return Phrases ? Phrases(key) : std::optional<std::string>();
-  });
+  return substitute(Text, Delimeter,
+                    [&](std::string_view key) { return Phrases ? Phrases(key) : std::optional<std::string>(); });
 }
 
 std::string ParseForPhrasesEx(std::string_view Text, const PhraseLookup& Phrases, std::string_view Delimeter) {
@@ -247,8 +247,7 @@ std::string ParseForPhrasesEx(std::string_view Text, const PhraseLookup& Phrases
   return s;
 }
 
-std::string ParseForParameters(std::string_view Text, const StringCollection& Parameters,
-                               std::string_view Delimeter) {
+std::string ParseForParameters(std::string_view Text, const StringCollection& Parameters, std::string_view Delimeter) {
   return substitute(Text, Delimeter, [&](std::string_view key) {
     const std::string* value = Parameters.Find(key);
     return value ? std::optional<std::string>(*value) : std::nullopt;

@@ -49,8 +49,8 @@ StringCollection GetParameters(std::string_view Source);
 // of the text skip references inside double quotes. A failure gives only
 // "!ERROR <number>.<step> IN PARSEFORPROVIDERPROPERTIES!".
 std::string InternalParseForProviderProperties(std::string_view Text, DataProvider& DDP,
-                                               std::shared_ptr<FileSystem>& FileSystemObject,
-                                               bool AlwaysUseProvideData, bool ReplaceInQuotes);
+                                               std::shared_ptr<FileSystem>& FileSystemObject, bool AlwaysUseProvideData,
+                                               bool ReplaceInQuotes);
 std::string InternalParseForProviderProperties(std::string_view Text, DataProvider& DDP, bool AlwaysUseProvideData,
                                                bool ReplaceInQuotes);
 
@@ -79,8 +79,7 @@ std::string ParseForPhrases(std::string_view Text, const PhraseLookup& Phrases, 
 // Up to three passes, stopping when no delimiter is left; a text without it comes back unchanged.
 std::string ParseForPhrasesEx(std::string_view Text, const PhraseLookup& Phrases, std::string_view Delimeter = "$$");
 // The same pass as ParseForPhrases, taking the values from a keyed collection.
-std::string ParseForParameters(std::string_view Text, const StringCollection& Parameters,
-                               std::string_view Delimeter);
+std::string ParseForParameters(std::string_view Text, const StringCollection& Parameters, std::string_view Delimeter);
 
 // Removes one leading and one trailing double quote, each when present.
 std::string StripQuotes(std::string_view Source);

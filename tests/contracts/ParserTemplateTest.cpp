@@ -1,9 +1,10 @@
-#include "contracts/ParserTemplate.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "contracts/Failure.h"
+#include "contracts/FileSystem.h"
+#include "contracts/ParserTemplate.h"
+#include "support/TempFolder.h"
 #include "template/TestProvider.h"
 #include "template/TextExpansion.h"
 
@@ -18,8 +19,7 @@ struct Rendered {
   std::string errors;
 };
 
-Rendered render(std::string_view layout, const std::shared_ptr<TestProvider>& provider,
-                bool stripMetaData = false) {
+Rendered render(std::string_view layout, const std::shared_ptr<TestProvider>& provider, bool stripMetaData = false) {
   ParserTemplate t;
   t.MetaStartOpen("<!--KVMETADATA start");
   t.MetaStartClose("-->");
@@ -57,7 +57,8 @@ TEST(ParserElement, ParameterNamesIgnoreCaseAndTheFirstValueStays) {
 TEST(ParserTemplate, RendersTagsAtTheirPlaces) {
   auto p = provider();
   EXPECT_EQ(render(R"(<kv:data type="variable" name="itemname"/>)", p).output, "[type=variable|name=itemname]");
-  EXPECT_EQ(render("<h1><KV:Data Type=\"a\" >|<kv:data\n\ttype=\"b\"\r\n/></h1>", p).output, "<h1>[Type=a]|[type=b]</h1>");
+  EXPECT_EQ(render("<h1><KV:Data Type=\"a\" >|<kv:data\n\ttype=\"b\"\r\n/></h1>", p).output,
+            "<h1>[Type=a]|[type=b]</h1>");
   EXPECT_EQ(render(R"(start<kv:data type="x"/>)", p).output, "start[type=x]");
   EXPECT_EQ(render("", p).output, "");
   EXPECT_EQ(p->calls.size(), 4u);
@@ -161,7 +162,8 @@ TEST(ParserTemplate, MetadataMarkers) {
             "<!--KVMETADATA start %%title%%-->x<!--KVMETADATA end-->");
 
   EXPECT_THAT(render("<!--KVMETADATA start-->\nx", p).errors, HasSubstr("Line 1: the metadata block is not ended"));
-  EXPECT_THAT(render("x\n<!--KVMETADATA end-->", p).errors, HasSubstr("Line 2: a metadata block ends that was not started"));
+  EXPECT_THAT(render("x\n<!--KVMETADATA end-->", p).errors,
+              HasSubstr("Line 2: a metadata block ends that was not started"));
   const Rendered unclosed = render("a<!--KVMETADATA start b", p, true);
   EXPECT_EQ(unclosed.output, "a<!--KVMETADATA start b");
   EXPECT_THAT(unclosed.errors, HasSubstr("not closed with \"-->\""));
@@ -178,11 +180,50 @@ TEST(ParserTemplate, RendersALargeLayoutTheSameEveryTime) {
   for (int i = 0; i < 20000; ++i) {
     layout += "<tr><td class=\"ü\">" + std::to_string(i) + "</td><td><kv:data type=\"v\" n=\"" + std::to_string(i) +
               "\"/></td><td>%%itemname%%</td></tr>\n";
-    expected += "<tr><td class=\"ü\">" + std::to_string(i) + "</td><td>" + std::to_string(i) + "</td><td>Größe</td></tr>\n";
+    expected +=
+        "<tr><td class=\"ü\">" + std::to_string(i) + "</td><td>" + std::to_string(i) + "</td><td>Größe</td></tr>\n";
   }
   ParserTemplate t;
   t.LoadText(layout);
   t.DataProvider(p);
   EXPECT_EQ(t.ParseToString(), expected);
   EXPECT_EQ(t.ParseToString(), expected);
+}
+
+TEST(ParserTemplate, RendersIntoTheOpenOutputFileAndFollowsTagsThatWriteOrReplaceIt) {
+  kv::test::TempFolder temp;
+  FileSystem layoutFile(temp.path("page.hhp"));
+  layoutFile.WriteAll(
+      "[OPTIONS]\nTitle=%%title%% – ü\n[FILES]\n<kv:data type=\"files\" />\n<kv:data type=\"next\" />tail\n");
+
+  auto p = provider();
+  auto second = std::make_shared<FileSystem>(temp.path("second.txt"));
+  p->onData = [&](ParserElement& e, std::shared_ptr<FileSystem>& file) {
+    if (e.Parameters().Item("type") == "files") {
+      file->WriteLine("a.html");
+      file->WriteLine("b.html");
+    } else {
+      file->Close();
+      second->Open(FileSystem::CreateAlways, FileSystem::AccessWrite);
+      file = second;
+    }
+    return std::string(ParserTemplate::Discard);
+  };
+  auto t = std::make_shared<ParserTemplate>();
+  t->Load(layoutFile.FileName());
+  EXPECT_EQ(t->LoadErrors(), "");
+  t->DataProvider(p);
+
+  auto out = std::make_shared<FileSystem>(temp.path("out.hhp"));
+  out->Open(FileSystem::CreateAlways, FileSystem::AccessWrite, FileSystem::ShareNone, codepage::UTF8);
+  t->ParseTo(out);
+  EXPECT_EQ(out, second);
+  out->Close();
+  EXPECT_EQ(FileSystem(temp.path("out.hhp")).ReadAll(), "[OPTIONS]\nTitle=T – ü\n[FILES]\na.html\nb.html\n\n");
+  EXPECT_EQ(second->ReadAll(), "tail\n");
+
+  // A layout file that does not exist leaves the template empty.
+  t->Load(temp.path("missing.html"));
+  EXPECT_EQ(t->ParseToString(), "");
+  EXPECT_EQ(t->LoadErrors(), "");
 }

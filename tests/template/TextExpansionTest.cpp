@@ -1,9 +1,8 @@
-#include "template/TextExpansion.h"
-
 #include <gtest/gtest.h>
 
 #include "contracts/Failure.h"
 #include "template/TestProvider.h"
+#include "template/TextExpansion.h"
 
 using namespace kv;
 using kv::testing::TestProvider;
@@ -112,14 +111,16 @@ TEST(ParseForProviderProperties, ReplaceInQuotesSwitchSkipsQuotedReferences) {
   TestProvider p;
   p.properties = {{"url", "U"}, {"title", "T"}};
   EXPECT_EQ(ParseForProviderProperties(R"(<a href="%%url%%">%%title%%</a>)", p), R"(<a href="U">T</a>)");
-  EXPECT_EQ(ParseForProviderProperties(
-                R"(%%ReplaceInQuotes:Value=False%%<a href="%%url%%">%%title%%</a>%%replaceinquotes:value=TRUE%%"%%url%%")",
-                p),
-            R"(<a href="%%url%%">T</a>"U")");
+  EXPECT_EQ(
+      ParseForProviderProperties(
+          R"(%%ReplaceInQuotes:Value=False%%<a href="%%url%%">%%title%%</a>%%replaceinquotes:value=TRUE%%"%%url%%")",
+          p),
+      R"(<a href="%%url%%">T</a>"U")");
   // A switch without "Value" leaves the setting as it was.
   EXPECT_EQ(ParseForProviderProperties(R"(%%ReplaceInQuotes:x=1%%"%%url%%")", p), R"("U")");
   // Starting with the switch off, an unclosed quote hides everything after it.
-  EXPECT_EQ(InternalParseForProviderProperties(R"(%%url%% "%%title%%" " %%url%%)", p, false, false), R"(U "%%title%%" " %%url%%)");
+  EXPECT_EQ(InternalParseForProviderProperties(R"(%%url%% "%%title%%" " %%url%%)", p, false, false),
+            R"(U "%%title%%" " %%url%%)");
 }
 
 TEST(ParseForProviderProperties, AlwaysUseProvideDataSendsPlainNamesAsTags) {
