@@ -3,7 +3,7 @@
 namespace kv {
 
 void ParserElement::AddParameter(std::string value, std::string name) {
-  if (!mParameters.Contains(name)) mParameters.Add(std::move(value), std::move(name));
+  if (!mParameters.Exists(name)) mParameters.Add(std::move(value), std::move(name));
 }
 
 }  // namespace kv

@@ -25,7 +25,7 @@ class ParserElement {
   StringCollection& Parameters() { return mParameters; }
   void Parameters(StringCollection parameters) { mParameters = std::move(parameters); }
 
-  bool HasParameter(std::string_view name) const { return mParameters.Contains(name); }
+  bool HasParameter(std::string_view name) const { return mParameters.Exists(name); }
   // Value first, as callers write it. A name that is already present keeps its first value.
   void AddParameter(std::string value, std::string name);
 

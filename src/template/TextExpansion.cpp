@@ -169,7 +169,7 @@ StringCollection GetParameters(std::string_view Source) {
     std::string name = text::trim(std::string_view(part).substr(0, eq));
     std::string value = text::trim(std::string_view(part).substr(eq + 1));
     if (value.size() >= 2 && value.front() == '"' && value.back() == '"') value = value.substr(1, value.size() - 2);
-    if (!parameters.Contains(name)) parameters.Add(std::move(value), std::move(name));
+    if (!parameters.Exists(name)) parameters.Add(std::move(value), std::move(name));
   }
   return parameters;
 }
@@ -279,9 +279,9 @@ std::string StripTags(std::string_view Source) {
 std::string CollectionToString(const StringCollection& col, std::string_view Delimeter) {
   std::string out;
   bool first = true;
-  for (const auto& entry : col) {
+  for (const auto& value : col) {
     if (!first) out.append(Delimeter);
-    out.append(entry.value);
+    out.append(value);
     first = false;
   }
   return out;

@@ -23,7 +23,9 @@ class TestProvider : public DataProvider {
 
   static std::string describe(const ParserElement& element) {
     std::string s = "[";
-    for (const auto& p : element.Parameters()) s += (s.size() > 1 ? "|" : "") + p.key + "=" + p.value;
+    const auto& parameters = element.Parameters();
+    for (long i = 1; i <= parameters.Count(); ++i)
+      s += (s.size() > 1 ? "|" : "") + parameters.Key(i) + "=" + parameters.Item(i);
     return s + "]";
   }
 

@@ -58,7 +58,7 @@ TEST(GetParameters, ReadsTrimmedNamedValues) {
   EXPECT_EQ(p.Item("Name"), "Intro");  // names ignore case, and the first wins
   EXPECT_EQ(p.Item("caption"), " a, b ");
   EXPECT_EQ(p.Item("x"), "\"quoted\"");  // outer pair only; doubling is not undone
-  EXPECT_FALSE(p.Contains("flag"));
+  EXPECT_FALSE(p.Exists("flag"));
   EXPECT_EQ(p.Item("e"), "");
   EXPECT_EQ(GetParameters("").Count(), 0);
 }
