@@ -77,7 +77,7 @@ TEST(SortableCollection, UnsortedModeEmptyKeysAndBadPositions) {
 
   SortableCollection<ObjectPtr> byName;
   byName.Add(named("m"), "m");
-  byName.Add(named("c"));  // sorts by the object's Name
+  byName.Add(named("c"));                                 // sorts by the object's Name
   byName.Add(std::make_shared<DynamicObject>("NoName"));  // no Name: an empty key, to the front
   EXPECT_EQ(keysOf(byName), (std::vector<std::string>{"", "c", "m"}));
   EXPECT_EQ(byName.Item(0), nullptr);
