@@ -11,7 +11,7 @@ namespace kv {
 class Template;
 class XMLNode;
 
-enum DiagramStyleSourceEnum { dssTemplate = 0, dssCustom = 1 };
+enum DiagramStyleSourceEnum : std::int32_t { dssTemplate = 0, dssCustom = 1 };
 
 class KVDiagramStyle : public ProjectSettingsBase {
  public:

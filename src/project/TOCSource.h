@@ -2,6 +2,7 @@
 // definition of the template, or a custom definition stored in the project.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,7 +15,7 @@ namespace kv {
 class KVDocType;
 class XMLNode;
 
-enum TOCSourceEnum { tsTemplateDefault = 0, tsCustom = 1, tsTemplateSpecific = 2 };
+enum TOCSourceEnum : std::int32_t { tsTemplateDefault = 0, tsCustom = 1, tsTemplateSpecific = 2 };
 
 class TOCSource {
  public:
