@@ -81,6 +81,8 @@ struct DocTypeDef {
 struct VariableDef {
   std::string Name;
   std::string DefaultValue;
+  // 4 is a colour: a number shown as "#RRGGBB".
+  long Type = 0;
 };
 
 class Template {

@@ -18,9 +18,11 @@
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"
 #include "project/XSDProperties.h"
+#include "project/XmlValues.h"
 #include "services/FailureHandler.h"
 #include "services/MessageBox.h"
 #include "services/Text.h"
+#include "services/modMain.h"
 
 namespace kv {
 namespace {
@@ -336,7 +338,18 @@ bool KVProject::SaveToDisk() {
 // --- Variables ------------------------------------------------------------------------------
 
 std::string KVProject::GetVariableValue(const std::string& Name) const {
-  return VariableValues->Item(Name)->Value();
+  const std::string value = VariableValues->Item(Name)->Value();
+  for (const auto& docType : DocTypes->PopulatedDocTypes()) {
+    const auto tmpl = docType->Template();
+    if (!tmpl) continue;
+    for (const auto& def : tmpl->VariableDefs) {
+      if (!text::equalsIgnoreCase(def.Name, Name)) continue;
+      long colour = 0;
+      if (def.Type == 4 && ignoreFailure([&] { colour = xmlvalue::Strict(value); })) return ColorToWebHex(colour);
+      return value;
+    }
+  }
+  return value;
 }
 
 std::shared_ptr<VariableValue> KVProject::CreateVariableValue(const std::string& Name, const std::string& Value) {
@@ -420,6 +433,7 @@ void KVProject::Terminate() {
     PlugInData.reset();
     if (KVProjectFileName && KVProjectFileName->Exists()) KVProjectFileName->FileName("");
     ModelCommentCollections.reset();
+    ModelCommentProfiles.reset();
     mCurrentDocType.reset();
     CommunityProperties.reset();
   });

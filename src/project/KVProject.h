@@ -231,7 +231,8 @@ class KVProject : public Object {
   std::string FromRelativeFileNAme(std::string_view FileName) const;
 
   // --- Variables ----------------------------------------------------------------------------
-  // The stored value of a project or template variable; fails when there is none.
+  // The stored value of a project or template variable, a colour variable as "#RRGGBB"; fails
+  // when there is none.
   std::string GetVariableValue(const std::string& Name) const;
   std::shared_ptr<VariableValue> CreateVariableValue(const std::string& Name, const std::string& Value);
   std::shared_ptr<VariableValue> NewVariableValue(const std::string& Name, const std::string& Value, bool IsDefault,

@@ -282,10 +282,11 @@ TEST_F(TemplateFixture, DiagramStyleReadsTheTemplateUntilSwitchedToCustom) {
 }
 
 TEST_F(TemplateFixture, TemplateVariablesComeBackAsDefaults) {
-  tmpl->VariableDefs = {{"Company", "Velmora"}, {"Year", "2024"}};
+  tmpl->VariableDefs = {{"Company", "Velmora"}, {"Year", "2024"}, {"Accent", "255", 4}};
   project->CreateVariableValue("Year", "2025");
   project->LoadAllVariables();
-  EXPECT_EQ(project->VariableValues->Count(), 2);
+  EXPECT_EQ(project->VariableValues->Count(), 3);
+  EXPECT_EQ(project->GetVariableValue("accent"), "#FF0000");
   EXPECT_TRUE(project->VariableValues->Item("Company")->IsDefaultValue);
   EXPECT_EQ(project->GetVariableValue("Company"), "Velmora");
   EXPECT_EQ(project->GetVariableValue("Year"), "2025");
