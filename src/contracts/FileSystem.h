@@ -17,6 +17,16 @@ inline constexpr long Default = 0;        // the same as Automatic
 inline constexpr long UTF8 = 65001;
 inline constexpr long UTF16LE = 1200;
 inline constexpr long Windows1252 = 1252;
+
+// Conversions through iconv. A code page is a Windows number (see UnicodeHelpers::CodePageFromID;
+// numbers outside the table are tried as "CP<n>") or an iconv name ("CP1252", "WINDOWS-1252").
+// Undecodable input becomes U+FFFD; characters the target cannot hold become "?". A code page
+// that iconv does not know fails with "Invalid procedure call or argument" (5).
+std::string toUtf8(std::string_view bytes, long codePage);
+std::string toUtf8(std::string_view bytes, std::string_view converterName);
+std::string fromUtf8(std::string_view text, long codePage);
+std::string fromUtf8(std::string_view text, std::string_view converterName);
+bool isUtf8(std::string_view bytes);
 }  // namespace codepage
 
 class FileSystem {
