@@ -1,0 +1,12 @@
+// Where the installation keeps its own files (page templates, icons, sounds, animations).
+#pragma once
+
+#include <string>
+
+namespace kv {
+
+// The configuration folder, with a trailing "/": $KAVREL_CONFIG_DIR when set, else the folder
+// the program was installed with.
+std::string ConfigurationFolder();
+
+}  // namespace kv

@@ -1,0 +1,13 @@
+// The subcommands of kavrel. Each adds itself to the application; when it runs, it leaves the
+// process's exit code in `exitCode`.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace kavrel {
+
+void registerBuildCommand(CLI::App& app, int& exitCode);
+
+}  // namespace kavrel
