@@ -1,6 +1,5 @@
 #include "project/ProjectUpgrade.h"
 
-#include "contracts/FileSystem.h"
 #include "project/KVProject.h"
 #include "services/FailureHandler.h"
 
@@ -28,12 +27,10 @@ int UpgradeProjectFile(const std::string& projectFile, const std::string& target
   project->LoadFromFile(projectFile);
   if (!project->LoadedFromFile) {
     result = 1;
-  } else if (targetFile.empty()) {
-    if (!project->SaveToDisk()) result = 2;
   } else {
-    const FileSystem target(targetFile);
-    project->SaveToFile(target.FileName());
-    if (!target.Exists() || project->FileVersion != "5.0") result = 2;
+    // A new name becomes the project's own, so that relative names are written for its place.
+    if (!targetFile.empty()) project->KVProjectFileName->FileName(targetFile);
+    if (!project->SaveToDisk()) result = 2;
   }
   project->Terminate();
   return result;

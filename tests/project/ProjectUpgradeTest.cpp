@@ -47,8 +47,9 @@ TEST_F(ProjectUpgrade, ToANewNameLeavesTheOldFileAsItWas) {
   const std::string target = temp.path("new/upgraded.kvp");
   EXPECT_EQ(UpgradeProjectFile(path, target, messages), 0);
   EXPECT_EQ(readFile(path), old);
-  EXPECT_EQ(readFile(path + ".bak"), old);
-  EXPECT_NE(readFile(target).find("<KavrelProject"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(path + ".bak"));
+  // Names are written for the new place.
+  EXPECT_NE(readFile(target).find("<File>../extra/logo.png</File>"), std::string::npos);
   // The comment file it names is not there.
   EXPECT_NE(messages.str().find("could not be found. It has been removed from the project."), std::string::npos);
 }

@@ -9,5 +9,6 @@ class App;
 namespace kavrel {
 
 void registerBuildCommand(CLI::App& app, int& exitCode);
+void registerUpgradeCommand(CLI::App& app, int& exitCode);
 
 }  // namespace kavrel
