@@ -466,5 +466,32 @@ TEST_F(ProjectFile, CustomTableOfContentsKeepsItsNodesThroughSaveAndLoad) {
   EXPECT_NE(saved.find("<NodeDef Name=\"Leaf\" Caption=\"Ä\"/>"), std::string::npos);
 }
 
+struct DefsPlugIn : IKVProjectPlugIn {
+  std::shared_ptr<kv::NamespaceDefs> defs = std::make_shared<kv::NamespaceDefs>();
+  std::shared_ptr<kv::NamespaceDefs> NamespaceDefs() override { return defs; }
+};
+
+TEST_F(ProjectFile, OldModelCommentsGoToTheFirstDocTypeThatKnowsTheirNamespace) {
+  auto first = std::make_shared<DefsPlugIn>(), second = std::make_shared<DefsPlugIn>();
+  auto property = std::make_shared<NamespaceDef>();
+  property->Name = "KV:Property";
+  auto method = std::make_shared<NamespaceDef>();
+  method->Name = "KV:Method";
+  method->ChildNamespaceDefs.Add(property, property->Name);
+  second->defs->Add(method, method->Name);
+  first->defs->Add(std::make_shared<NamespaceDef>(NamespaceDef{"KV:Event", true, true, {}}), "KV:Event");
+  project->DocTypes->Add(std::make_shared<KVDocType>("kv.db", first));
+  project->DocTypes->Add(std::make_shared<KVDocType>("kv.net", second));
+  const std::string path = temp.path("p.kvp");
+  writeFile(path, R"(<KavrelSettings Version="3.0"><ModelComments><SpecificModelComments>
+      <ModelComment NamespaceName="KV:Property" Text="x"/><ModelComment NamespaceName="KV:Event"/>
+      <ModelComment NamespaceName="KV:Unknown"/></SpecificModelComments></ModelComments></KavrelSettings>)");
+  project->LoadFromFile(path);
+  EXPECT_EQ(project->DocTypes->Item("kv.db")->ModelComments->Items.Count(), 1);
+  const auto& netComments = project->DocTypes->Item("kv.net")->ModelComments->Items;
+  ASSERT_EQ(netComments.Count(), 1);
+  EXPECT_EQ(netComments.Item(1)->Content.Attribute("Text"), "x");
+}
+
 }  // namespace
 }  // namespace kv
