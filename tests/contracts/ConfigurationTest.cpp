@@ -1,7 +1,6 @@
-#include "contracts/Configuration.h"
-
 #include <gtest/gtest.h>
 
+#include "contracts/Configuration.h"
 #include "contracts/XmlDocument.h"
 #include "support/TestConfiguration.h"
 

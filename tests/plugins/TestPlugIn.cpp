@@ -133,7 +133,8 @@ class TestProvider : public Object, public INamespaceProvider {
   ObjectPtr LoadRootItem(const std::string&) override { return nullptr; }
   void SetRootItem(const ObjectPtr&) override {}
   ObjectPtr GetItemByQualifiedName(const std::string&) override { return nullptr; }
-  std::vector<std::shared_ptr<NamespaceDef>> GetNamespaceDefsOfItem(const ObjectPtr&, const kv::NamespaceDefs&) override {
+  std::vector<std::shared_ptr<NamespaceDef>> GetNamespaceDefsOfItem(const ObjectPtr&,
+                                                                    const kv::NamespaceDefs&) override {
     return {};
   }
   void StreamContent(std::shared_ptr<FileSystem>&, const std::string&) override {}
