@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "services/modMain.h"
+#include "template/TextExpansion.h"
 
 namespace kv {
 
@@ -86,6 +87,35 @@ class Root {
   bool IsVBNETExtension(std::string_view Text) const { return kv::IsVBNETExtension(Text); }
   std::string RemoveGenericSuffix(std::string_view Name) const { return kv::RemoveGenericSuffix(Name); }
   bool InIDE() const { return kv::InIDE(); }
+
+  // Text expansion of the template language.
+  long InStrEx(long Start, std::string_view Source, std::string_view Seeking, int CompareMode = compare::BinaryCompare,
+               bool IgnoreCommentCharacter = false) const {
+    return kv::InStrEx(Start, Source, Seeking, CompareMode, IgnoreCommentCharacter);
+  }
+  std::vector<std::string> SplitEx(std::string_view Source, std::string_view Delimeter) const {
+    return kv::SplitEx(Source, Delimeter);
+  }
+  StringCollection GetParameters(std::string_view Source) const { return kv::GetParameters(Source); }
+  std::string ParseForProviderProperties(std::string_view Text, DataProvider& DDP) const {
+    return kv::ParseForProviderProperties(Text, DDP);
+  }
+  std::string ParseForProviderPropertiesEx(std::string_view Text, DataProvider& DDP) const {
+    return kv::ParseForProviderPropertiesEx(Text, DDP);
+  }
+  std::string ParseForPhrases(std::string_view Text, const PhraseLookup& Phrases,
+                              std::string_view Delimeter = "$$") const {
+    return kv::ParseForPhrases(Text, Phrases, Delimeter);
+  }
+  std::string ParseForParameters(std::string_view Text, const StringCollection& Parameters,
+                                 std::string_view Delimeter) const {
+    return kv::ParseForParameters(Text, Parameters, Delimeter);
+  }
+  std::string StripQuotes(std::string_view Source) const { return kv::StripQuotes(Source); }
+  std::string StripTags(std::string_view Source) const { return kv::StripTags(Source); }
+  std::string CollectionToString(const StringCollection& col, std::string_view Delimeter) const {
+    return kv::CollectionToString(col, Delimeter);
+  }
 };
 
 }  // namespace kv
