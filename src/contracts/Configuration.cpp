@@ -232,6 +232,10 @@ std::string TOCDefinition::SaveToText() const {
 
 // --- Templates ---------------------------------------------------------------------------------
 
+std::string Template::RootFolder() const {
+  return Folder.size() > 1 && Folder.back() == '/' ? Folder.substr(0, Folder.size() - 1) : Folder;
+}
+
 bool Template::SupportsItemType(std::string_view Type) const {
   return std::any_of(ItemTypes.begin(), ItemTypes.end(),
                      [&](const auto& t) { return text::equalsIgnoreCase(t, Type); });

@@ -170,6 +170,8 @@ class Template {
   std::int32_t BorderWidth = 1;
   bool UseDropShadow = false, CenterCaptions = false, DiagramBold = false, UseDiagramShapes = false;
 
+  // The folder without its trailing "/", for names joined with "/".
+  std::string RootFolder() const;
   bool SupportsItemType(std::string_view Type) const;
   bool ServesDocType(const DocTypeDef* def) const;
 
