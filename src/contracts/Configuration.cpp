@@ -522,11 +522,13 @@ const std::vector<std::string>& ConfigurationRoot::LoadErrors() {
 }
 
 std::string ConfigurationRoot::ConfigPath() const {
-  return ConfigurationFolder();
+  std::string folder = ConfigurationFolder();
+  if (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+  return folder;
 }
 
 std::string ConfigurationRoot::ApplicationPath() const {
-  return ConfigurationFolder();
+  return ConfigPath();
 }
 
 std::string ConfigurationRoot::ValidFileName(std::string_view Name) {

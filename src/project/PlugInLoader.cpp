@@ -56,7 +56,7 @@ void LoadPlugInLibraries(const std::string& folder) {
 }
 
 void LoadInstalledPlugIns() {
-  LoadPlugInLibraries(ConfigurationFolder() + "/plugins");
+  LoadPlugInLibraries(ConfigurationFolder() + "plugins");
 }
 
 const std::vector<PlugInLibrary>& PlugInLibraries() {

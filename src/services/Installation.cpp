@@ -5,12 +5,9 @@
 namespace kv {
 
 std::string ConfigurationFolder() {
-  std::string folder;
-  if (const char* fromEnvironment = std::getenv("KAVREL_CONFIG_DIR"); fromEnvironment && *fromEnvironment)
-    folder = fromEnvironment;
-  else
-    folder = KV_DEFAULT_CONFIG_DIR;
-  while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+  const char* env = std::getenv("KAVREL_CONFIG_DIR");
+  std::string folder = env && *env ? env : KV_DEFAULT_CONFIG_DIR;
+  if (!folder.empty() && folder.back() != '/') folder += '/';
   return folder;
 }
 

@@ -1,12 +1,12 @@
-// Where the installation keeps its files.
+// Where the installation keeps its own files (page templates, icons, sounds, animations).
 #pragma once
 
 #include <string>
 
 namespace kv {
 
-// The configuration folder, without a trailing "/": the environment variable KAVREL_CONFIG_DIR
-// when it is set and not empty, otherwise the folder chosen when the program was built.
+// The configuration folder, with a trailing "/": $KAVREL_CONFIG_DIR when set, else the folder
+// the program was installed with.
 std::string ConfigurationFolder();
 
 }  // namespace kv

@@ -32,7 +32,7 @@ TEST(DocTypesCommand, TellsWhyEachDocTypeIsOrIsNotAvailable) {
                R"(<Template><DocType Name="kv.test"/><DocType Name="kv.gone"/></Template>)");
   config.write("plugins/notalibrary.so", "text");
 
-  const std::string output = run("--config " + config.folder() + " doctypes");
+  const std::string output = run("doctypes --config " + config.folder());
   for (const std::string& expected : std::vector<std::string>{
            "Configuration folder: " + config.folder() + "\n",
            config.path("plugins/kvtest.so") + ": loaded\n",

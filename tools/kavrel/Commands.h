@@ -1,11 +1,15 @@
-// The subcommands of kavrel, one file each. Each adds itself to the application.
+// The subcommands of kavrel. Each adds itself to the application; when it runs, it leaves the
+// process's exit code in `exitCode`.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace kavrel {
 
+void registerBuildCommand(CLI::App& app, int& exitCode);
 // "kavrel doctypes": the installed doc types, their plug-ins and templates.
-void AddDocTypesCommand(CLI::App& app);
+void registerDocTypesCommand(CLI::App& app, int& exitCode);
 
 }  // namespace kavrel

@@ -1,7 +1,11 @@
 // "kavrel doctypes": lists the doc types of the configuration, whether the plug-in of each can be
 // created (and why not), and the templates that serve it, so that a user can see why a doc type
 // is missing from projects.
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <filesystem>
 #include <iostream>
+#include <memory>
 
 #include "Commands.h"
 #include "contracts/ClassRegistry.h"
@@ -58,11 +62,14 @@ int run() {
 
 }  // namespace
 
-void AddDocTypesCommand(CLI::App& app) {
+void registerDocTypesCommand(CLI::App& app, int& exitCode) {
   auto* command = app.add_subcommand(
       "doctypes", "List the installed doc types, whether each plug-in can be created, and their templates");
-  command->callback([] {
-    if (const int code = run(); code != 0) throw CLI::RuntimeError(code);
+  auto config = std::make_shared<std::string>();
+  command->add_option("--config", *config, "Configuration folder of the installation")->check(CLI::ExistingDirectory);
+  command->callback([&exitCode, config] {
+    if (!config->empty()) setenv("KAVREL_CONFIG_DIR", std::filesystem::absolute(*config).c_str(), 1);
+    exitCode = run();
   });
 }
 

@@ -1,20 +1,21 @@
-// kavrel: builds documentation projects and inspects the installation.
-#include <cstdlib>
-#include <filesystem>
-#include <string>
+// kavrel: the command line of the Kavrel documentation generator.
+#include <CLI/CLI.hpp>
+#include <clocale>
 
 #include "Commands.h"
 
 int main(int argc, char** argv) {
-  CLI::App app{"Kavrel documentation generator"};
+  // Dates in the build log follow the user's locale; everything else stays in the C locale.
+  std::setlocale(LC_TIME, "");
+
+  CLI::App app{"Kavrel turns source code, databases and schemas into help systems.", "kavrel"};
+  app.set_version_flag("--version", "kavrel " KAVREL_VERSION);
   app.require_subcommand(1);
-  std::string configFolder;
-  app.add_option("--config", configFolder,
-                 "Configuration folder to use instead of the installed one (also: KAVREL_CONFIG_DIR)")
-      ->check(CLI::ExistingDirectory)
-      ->each(
-          [](const std::string& folder) { setenv("KAVREL_CONFIG_DIR", std::filesystem::absolute(folder).c_str(), 1); });
-  kavrel::AddDocTypesCommand(app);
+
+  int exitCode = 0;
+  kavrel::registerBuildCommand(app, exitCode);
+  kavrel::registerDocTypesCommand(app, exitCode);
+
   CLI11_PARSE(app, argc, argv);
-  return 0;
+  return exitCode;
 }

@@ -1,0 +1,61 @@
+// The busy dialog a build shows while it runs: a title, a status line, an animation, a Cancel
+// button and a stack of progress bars. Hosts implement it; the build driver only drives it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kv {
+
+class BusyDialogEvents {
+ public:
+  virtual ~BusyDialogEvents() = default;
+  // The user pressed Cancel. Setting `Cancel` keeps the dialog from acting on it by itself.
+  virtual void BeforeCancel(bool& /*Cancel*/) {}
+};
+
+class BusyDialog {
+ public:
+  virtual ~BusyDialog() = default;
+
+  // Path of the animation shown; a missing file shows no animation.
+  virtual void AnimationFile(const std::string& FileName) = 0;
+  virtual void Title(const std::string& Title) = 0;
+  virtual void StatusText(const std::string& Text) = 0;
+  virtual void CancelEnabled(bool Enabled) = 0;
+  // Keeps the dialog in view over other output of the same host (a window above the others, a
+  // terminal display redrawn below the lines printed in between).
+  virtual void AlwaysOnTop(bool OnTop) = 0;
+
+  // Bars are numbered from 1. Calls with an index that names no bar fail.
+  virtual long ProgressBarCount() const = 0;
+  virtual void AddProgressBar(const std::string& Caption, long Min, long Max, long Value) = 0;
+  virtual void RemoveProgressBar(long Index) = 0;
+  virtual void SetProgressCaption(long Index, const std::string& Caption) = 0;
+  virtual void SetProgressValue(long Index, long Value) = 0;
+
+  virtual void Show() = 0;
+  virtual void Hide() = 0;
+
+  void Subscribe(std::weak_ptr<BusyDialogEvents> subscriber) { mSubscribers.push_back(std::move(subscriber)); }
+  void Unsubscribe(const BusyDialogEvents* subscriber) {
+    std::erase_if(mSubscribers, [&](const auto& s) {
+      auto locked = s.lock();
+      return !locked || locked.get() == subscriber;
+    });
+  }
+
+ protected:
+  // Implementations call this when the user asks to cancel.
+  void RaiseBeforeCancel(bool& Cancel) {
+    const auto subscribers = mSubscribers;
+    for (const auto& weak : subscribers)
+      if (auto subscriber = weak.lock()) subscriber->BeforeCancel(Cancel);
+  }
+
+ private:
+  std::vector<std::weak_ptr<BusyDialogEvents>> mSubscribers;
+};
+
+}  // namespace kv

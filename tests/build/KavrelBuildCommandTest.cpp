@@ -1,0 +1,88 @@
+// The kavrel command line, run as a program on a copy of the bundled example.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "services/Process.h"
+#include "support/ScopedEnvironment.h"
+#include "support/TempFolder.h"
+
+namespace kv {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+std::string readFile(const std::string& path) {
+  std::ifstream in(path);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+class KavrelBuildCommand : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    fs::copy(fs::path(KV_SOURCE_CONFIG_DIR).parent_path() / "examples/hello", temp.path("hello"),
+             fs::copy_options::recursive);
+  }
+  ProcessResult kavrel(std::vector<std::string> args) {
+    args.insert(args.begin(), KV_KAVREL_EXE);
+    return RunProcess(args, temp.path());
+  }
+
+  test::TempFolder temp;
+  test::ScopedEnvironment config{"KAVREL_CONFIG_DIR", KV_SOURCE_CONFIG_DIR};
+  test::ScopedEnvironment settings{"KAVREL_SETTINGS_DIR", temp.path("settings")};
+  std::string project = temp.path("hello/hello.kvp");
+  std::string out = temp.path("out");
+};
+
+TEST_F(KavrelBuildCommand, PlainHtmlBuildWritesTheResultsPage) {
+  const ProcessResult r = kavrel({"build", project, "--output", out, "--no-compile"});
+  ASSERT_TRUE(r.Started);
+  EXPECT_EQ(r.ExitCode, 0) << r.Output;
+  EXPECT_THAT(r.Output, HasSubstr("------ Build started: Project: hello.kvp, Title: hello ------\n"));
+  EXPECT_THAT(r.Output, HasSubstr("Build complete. HTML output to directory '" + out + "/'\n"));
+  EXPECT_THAT(r.Output, HasSubstr("Results page: " + out + "/buildresults.html\n"));
+
+  const std::string page = readFile(out + "/buildresults.html");
+  EXPECT_THAT(page, HasSubstr("<base href=\"file://" KV_SOURCE_CONFIG_DIR "/html/\">"));
+  EXPECT_THAT(page, HasSubstr("<tr><td>&nbsp;</td><td class=\"edge\"></td><td>&nbsp;<img src=\"" KV_SOURCE_CONFIG_DIR
+                              "/icons/ok.gif\"/>"));
+  EXPECT_THAT(page, HasSubstr("<a href=\"file://" + out + "//webframe.html\">"));
+  EXPECT_THAT(page, Not(HasSubstr("window.external")));
+}
+
+TEST_F(KavrelBuildCommand, FailedCompileExitsWithTwo) {
+  const std::string results = temp.path("pages/results.html");
+  const ProcessResult r = kavrel({"build", project, "--output", out, "--results", results});
+  EXPECT_EQ(r.ExitCode, 2) << r.Output;
+  EXPECT_THAT(r.Output, HasSubstr("Compile failed\n"));
+  EXPECT_THAT(r.Output, HasSubstr("Help compiler output:\nThe help project '" + out + "/hello.hhp' was not found"));
+  EXPECT_THAT(readFile(results), HasSubstr("exclaim.gif"));
+  EXPECT_FALSE(fs::exists(out + "/buildresults.html"));
+}
+
+TEST_F(KavrelBuildCommand, MissingProjectExitsWithThree) {
+  const std::string missing = temp.path("hello/missing.kvp");
+  const ProcessResult r = kavrel({"build", missing});
+  EXPECT_EQ(r.ExitCode, 3);
+  EXPECT_THAT(r.Output, HasSubstr("File '" + missing + "' could not be found"));
+  EXPECT_THAT(r.Output, Not(HasSubstr("Build started")));
+}
+
+TEST_F(KavrelBuildCommand, VersionAndUsage) {
+  EXPECT_THAT(kavrel({"--version"}).Output, HasSubstr("kavrel 5."));
+  const ProcessResult help = kavrel({"build", "--help"});
+  EXPECT_EQ(help.ExitCode, 0);
+  EXPECT_THAT(help.Output, HasSubstr("--no-compile"));
+  EXPECT_NE(kavrel({"build"}).ExitCode, 0);  // the project file is required
+}
+
+}  // namespace
+}  // namespace kv
