@@ -358,10 +358,10 @@ struct ConfigurationRoot::Content {
 };
 
 void ConfigurationRoot::Content::read(const std::string& folder) {
-  if (auto doc = readDefinitionFile(folder + "/kavrel.xml", "KavrelConfiguration", errors)) readMain(doc->RootNode());
+  if (auto doc = readDefinitionFile(folder + "kavrel.xml", "KavrelConfiguration", errors)) readMain(doc->RootNode());
   std::error_code ec;
   std::vector<fs::path> templateFolders;
-  for (const auto& entry : fs::directory_iterator(folder + "/Templates", ec))
+  for (const auto& entry : fs::directory_iterator(folder + "Templates", ec))
     if (entry.is_directory(ec) && fs::exists(entry.path() / "template.xml", ec))
       templateFolders.push_back(entry.path());
   std::sort(templateFolders.begin(), templateFolders.end());
@@ -522,9 +522,7 @@ const std::vector<std::string>& ConfigurationRoot::LoadErrors() {
 }
 
 std::string ConfigurationRoot::ConfigPath() const {
-  std::string folder = ConfigurationFolder();
-  if (folder.size() > 1 && folder.back() == '/') folder.pop_back();
-  return folder;
+  return ConfigurationFolder();
 }
 
 std::string ConfigurationRoot::ApplicationPath() const {

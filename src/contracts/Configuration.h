@@ -285,9 +285,9 @@ class ConfigurationRoot {
   const kv::Templates& Templates();
   const kv::TaggedCommentDefs& TaggedCommentDefs();
   const kv::CodeLanguages& CodeLanguages();
-  // The configuration folder, without a trailing "/".
+  // The configuration folder, ending in "/".
   std::string ConfigPath() const;
-  // The folder below which "/Templates/" lies: the configuration folder.
+  // The folder below which "Templates/" lies, ending in "/": the configuration folder.
   std::string ApplicationPath() const;
   // `Name` with every character that no file name may hold replaced.
   std::string ValidFileName(std::string_view Name);

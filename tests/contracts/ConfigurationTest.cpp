@@ -85,8 +85,8 @@ TEST_F(ConfigurationTest, ReadsDocTypesAndTheInstallationLists) {
   EXPECT_EQ(profile->Item(1)->Text, "Adds an item.");
   EXPECT_TRUE(profile->Item(1)->OnlyIfBlank);
 
-  EXPECT_EQ(root.ConfigPath(), config.folder());
-  EXPECT_EQ(root.ApplicationPath(), config.folder());
+  EXPECT_EQ(root.ConfigPath(), config.folder() + "/");
+  EXPECT_EQ(root.ApplicationPath(), config.folder() + "/");
   EXPECT_EQ(root.ValidFileName("a/b:c*d\te"), "a-b-c-d-e");
 }
 

@@ -34,7 +34,7 @@ TEST(DocTypesCommand, TellsWhyEachDocTypeIsOrIsNotAvailable) {
 
   const std::string output = run("doctypes --config " + config.folder());
   for (const std::string& expected : std::vector<std::string>{
-           "Configuration folder: " + config.folder() + "\n",
+           "Configuration folder: " + config.folder() + "/\n",
            config.path("plugins/kvtest.so") + ": loaded\n",
            config.path("plugins/notalibrary.so") + ": not loaded, ",
            "  kv.test - Test sources\n    plug-in:   KVTest.ProjectPlugIn: ok\n    templates: Plain\n",

@@ -32,7 +32,7 @@ int run() {
   std::cout << "Configuration folder: " << config.ConfigPath() << "\n\n";
 
   std::cout << "Plug-in libraries:\n";
-  if (kv::PlugInLibraries().empty()) std::cout << "  none in " << config.ConfigPath() << "/plugins\n";
+  if (kv::PlugInLibraries().empty()) std::cout << "  none in " << config.ConfigPath() << "plugins\n";
   for (const auto& library : kv::PlugInLibraries())
     std::cout << "  " << library.FileName << ": " << (library.Loaded ? "loaded" : "not loaded, " + library.Error)
               << "\n";
