@@ -156,8 +156,10 @@ void KVDocType::Save(XMLNode& e) {
 
 void KVDocType::Load(const XMLNode& e) {
   guard(kModule, [&] {
-    if (const auto name = e.Attributes().Find("Template"))
-      if (const auto* found = Templates().Find(name->Value())) Template(*found);
+    if (const auto name = e.Attributes().Find("Template")) {
+      const kv::Templates serving = Templates();
+      if (const auto* found = serving.Find(name->Value())) Template(*found);
+    }
     if (text::equalsIgnoreCase(e.Attributes().ValueOr("UseHelpTemplates"), "True")) UseHelpTemplates = true;
     for (const XMLNode& child : e.ChildNodes())
       if (text::toLower(child.Name()) == "modelcommentprofile") ModelComments->Load(child);
