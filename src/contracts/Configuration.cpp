@@ -94,6 +94,9 @@ std::shared_ptr<NamespaceDef> readNamespaceDef(const XMLNode& e) {
   def->Selectable = readBool(e, "Selectable", false);
   def->DefaultInclude = readBool(e, "DefaultInclude", true);
   def->Definition.Read(e);
+  // Child definitions are kept as definitions, not a second time as stored content.
+  std::erase_if(def->Definition.Children,
+                [](const StoredElement& c) { return text::equalsIgnoreCase(c.Name, "Namespace"); });
   for (const XMLNode& child : e.ChildNodes())
     if (isElement(child, "Namespace")) {
       auto childDef = readNamespaceDef(child);

@@ -1,7 +1,7 @@
 // The contract of a doc type's plug-in: one object for each doc type of each project, created by
 // class name from the definition's plug-in class. Every operation has an empty default, so that a
 // plug-in implements only what it needs. A plug-in class derives from `Object` too, so that the
-// class registry can create it (see docs/plugins.md).
+// class registry can create it (see docs/configuration.md).
 //
 // Order of calls: creation; Initialise; InitialiseHost in an interactive host; LoadXML;
 // ProjectLoaded; change and page operations; for each build BeforeBuild, BeforeCompile,
