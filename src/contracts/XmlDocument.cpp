@@ -96,6 +96,13 @@ XMLAttribute XMLAttributes::Item(std::string_view name) const {
                                                "' has no attribute '" + std::string(name) + "'");
 }
 
+XMLAttribute XMLAttributes::Item(long index) const {
+  long at = 1;
+  for (xmlAttrPtr attr = mNode->properties; attr; attr = attr->next, ++at)
+    if (at == index) return XMLAttribute(mOwner, attr);
+  throw Failure(err::SubscriptOutOfRange, "Subscript out of range");
+}
+
 bool XMLAttributes::Exists(std::string_view name) const {
   return findAttribute(mNode, name) != nullptr;
 }

@@ -9,5 +9,7 @@ class App;
 namespace kavrel {
 
 void registerBuildCommand(CLI::App& app, int& exitCode);
+// "kavrel doctypes": the installed doc types, their plug-ins and templates.
+void registerDocTypesCommand(CLI::App& app, int& exitCode);
 
 }  // namespace kavrel
