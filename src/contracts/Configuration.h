@@ -1,23 +1,30 @@
-// The installation's definitions as the project reads them: templates with their TOC
-// definitions, variables and diagram style, namespace definitions, model comment profiles and the
-// code languages. This is the part of the configuration that projects need; the loader of the
-// configuration folder fills `ConfigurationRoot`.
+// The installation's definitions: doc types, templates with their namespace (page kind)
+// definitions, page layouts, tables of contents, variables, phrases and scraps, the kinds of
+// tagged comment, the model comment profiles and the code languages. They are read from the
+// configuration folder (see docs/configuration.md); a build sets a few flags on them and holds
+// references to them. Lookups by key fail rather than return nothing.
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "contracts/Collection.h"
+#include "services/Text.h"
 
 namespace kv {
 
 class XMLNode;
+class XMLDocument;
 
-// An element kept as read (name, attributes, text, children), for definitions whose content this
-// program passes through without interpreting it.
+// An element kept as read (name, attributes, text, children), for content that is passed
+// through or interpreted by later readers.
 struct StoredElement {
   std::string Name;
   std::vector<std::pair<std::string, std::string>> Attributes;
@@ -31,17 +38,93 @@ struct StoredElement {
   std::string Attribute(std::string_view name) const;
 };
 
+// One kind of documentable source.
+struct DocTypeDef {
+  std::string Name;          // unique key, such as "kv.cpp"
+  std::string Description;   // for display
+  std::string PlugInProgID;  // class name of the project plug-in; may be empty
+};
+
+class NamespaceDef;
+
+// An ordered list of namespace definitions keyed by name.
+class NamespaceDefs : public Collection<std::shared_ptr<NamespaceDef>> {
+ public:
+  // The definitions here and below, in document order, whose name is `name` (ignoring case).
+  std::vector<std::shared_ptr<NamespaceDef>> FindByName(std::string_view name) const;
+};
+
+// One kind of documented item and page: "KV:Module", "KV:Method", ...
+class NamespaceDef {
+ public:
+  std::string Name;
+  std::string DisplayName;  // for status lines
+  std::string Handler;      // class name of the namespace provider
+  bool DontGeneratePages = false;
+  bool CoreDefinition = false;
+  long ItemCounter = 0;  // running count during a build
+  std::string OutputFileNamePattern;
+  // Behaviour letters: "x" no child walks, "m" model comments, "i" index, "t" not in walks over
+  // comment-bearing items, "d" duplicate-name check.
+  std::string ChildKinds;
+  bool Selectable = false;     // the user switches it on and off
+  bool DefaultInclude = true;  // its state when the project does not say
+  bool IncludeFlag = true;     // set before every build
+  NamespaceDefs ChildNamespaceDefs;
+  // The definition's element as written, for the readers of further definition content.
+  StoredElement Definition;
+
+  // Prepares the definition and its children for a build: the item counters start at 0.
+  void Prepare();
+};
+
+struct PageLayoutKeyword {
+  std::string Text;
+  std::string Kind;  // "K" index, "A" associative links, "F"
+};
+
+// One layout file and the rules for its output. An empty NamespaceList makes it a general file.
+class PageLayout {
+ public:
+  std::string Name;
+  std::string TemplateFileName;  // relative to the template's folder
+  std::string OutputFileNamePattern;
+  std::string NamespaceList;  // comma-separated namespace definition names
+  std::string DependsOnNamespaceName;
+  std::string DependsOnParameters;
+  long DependsOnMinimum = -1;  // -1: no dependency check
+  std::vector<PageLayoutKeyword> Keywords;
+};
+
 // One node of a table of contents definition.
 class NodeDef {
  public:
+  enum Type { StaticNode = 0, ItemsNode = 1, EmbeddedTable = 3, MergedTable = 4 };
+
   std::string Name;
+  long NodeType = StaticNode;
+  std::string Caption;
+  std::string ParentName;             // the parent node's name; empty for a top node
+  std::weak_ptr<NodeDef> ParentNode;  // set by ResolveReferences
+  bool HasIcon = false;
+  long IconNumber = 0;
+  bool MarkAsNew = false;
+  std::string EmbeddedName;
+  std::string DependsOnNamespaceName;
+  std::string DependsOnParameters;
+  long DependsOnMinimum = 0;
+  bool GenerateWhenBelowMinimum = false;
+  std::string FileName;
+  std::string NamespaceName;
+  std::string Parameters;
+  bool HasPage = false;
+  bool IsDefaultTopic = false;
+  std::string PageLayout;  // name of a page layout of the template, or empty
+
   void Load(const XMLNode& e);
   void Save(XMLNode& e) const;
-  // Called once all nodes of a definition are in.
+  // Called once all nodes of a definition are in: finds the parent node by name.
   void ResolveReferences(const Collection<std::shared_ptr<NodeDef>>& nodeDefs);
-
- private:
-  StoredElement mContent;
 };
 
 class Template;
@@ -49,88 +132,177 @@ class Template;
 class TOCDefinition {
  public:
   std::string Name;
-  // Binds a custom definition to its template.
+  // The template the definition belongs to; set on a custom definition to bind it.
   std::weak_ptr<kv::Template> Template;
   Collection<std::shared_ptr<kv::NodeDef>> NodeDefs;
 
-  // The definition's XML text, for comparing two definitions.
+  // Reads the "NodeDef" children of `e` and resolves their references.
+  void Load(const XMLNode& e);
+  // Writes the definition as the root of `doc`, for comparison by text.
+  void Save(XMLDocument& doc) const;
   std::string SaveToText() const;
-};
-
-class NamespaceDef;
-class NamespaceDefs : public Collection<std::shared_ptr<NamespaceDef>> {
- public:
-  // The definitions here and below that carry `name`.
-  std::vector<std::shared_ptr<NamespaceDef>> FindByName(std::string_view name) const;
-};
-
-class NamespaceDef {
- public:
-  std::string Name;
-  bool Selectable = true;
-  bool DefaultInclude = true;
-  NamespaceDefs ChildNamespaceDefs;
-};
-
-struct DocTypeDef {
-  std::string Name;
-  std::string Description;
-  std::string PlugInProgID;
 };
 
 struct VariableDef {
   std::string Name;
   std::string DefaultValue;
-  // 4 is a colour: a number shown as "#RRGGBB".
-  long Type = 0;
+  long Type = 0;  // 4: a colour
 };
 
 class Template {
  public:
   std::string Name;
-  kv::NamespaceDefs NamespaceDefs;
-  Collection<std::shared_ptr<TOCDefinition>> TOCDefinitions;
+  std::string Description;
+  std::string Folder;               // ends in "/"
+  std::string DefinitionFileName;   // full name of the definition file, never copied
+  kv::NamespaceDefs NamespaceDefs;  // the root definitions
+  Collection<std::shared_ptr<kv::PageLayout>> PageLayouts;
+  Collection<std::shared_ptr<kv::TOCDefinition>> TOCDefinitions;
   std::string SingleItemTOCName, MultipleItemTOCName;
   std::vector<VariableDef> VariableDefs;
-  // The doc types this template serves.
+  // The doc types the template serves, compared by object identity.
   std::vector<std::shared_ptr<DocTypeDef>> DocTypeDefs;
-  // Diagram style.
-  std::int32_t objFillColor = 0, objTextColor = 0, objBorderColor = 0;
-  std::int32_t colFillColor = 0, colTextColor = 0, colBorderColor = 0;
-  std::int32_t BorderWidth = 0;
+  // Root item types the template handles: "source", "binary".
+  std::vector<std::string> ItemTypes;
+  // Diagram style: colours as RGB with red in the lowest byte.
+  std::int32_t objFillColor = 0xFFFFFF, objTextColor = 0, objBorderColor = 0;
+  std::int32_t colFillColor = 0xFFFFFF, colTextColor = 0, colBorderColor = 0;
+  std::int32_t BorderWidth = 1;
   bool UseDropShadow = false, CenterCaptions = false, DiagramBold = false, UseDiagramShapes = false;
+
+  // The folder without its trailing "/", for names joined with "/".
+  std::string RootFolder() const;
+  bool SupportsItemType(std::string_view Type) const;
+  bool ServesDocType(const DocTypeDef* def) const;
+
+  // The language that selects the phrase set; "English" until set.
+  std::string Language() const { return mLanguage; }
+  void Language(std::string_view language);
+  using PhraseTable = std::map<std::string, std::string, text::LessIgnoreCase>;
+  // The phrases of the language, read from "Phrases/<language>.xml" on first use; a language
+  // without a file has the English phrases.
+  const PhraseTable& Phrases() const;
+  // The phrase, or the key itself when there is no such phrase.
+  std::string Phrase(std::string_view Key) const;
+  // The text block "HTMLScraps/<key>.*", or "!MISSING Scrap <key>!" when there is none.
+  std::string Scrap(std::string_view Key) const;
+
+ private:
+  std::string mLanguage = "English";
+  mutable std::optional<PhraseTable> mPhrases;
+  mutable std::optional<std::map<std::string, std::string, text::LessIgnoreCase>> mScraps;
 };
 
+// A keyed list of templates, creatable by callers.
+class Templates : public Collection<std::shared_ptr<kv::Template>> {};
+
+// The definition of one kind of tagged comment.
+class TaggedCommentDef {
+ public:
+  std::string TagIdentifier;
+  std::string Caption;
+  std::string DisplayName;
+  long DataType = 0;
+  std::string DesignerName;
+  std::string IconFileName;
+  bool AppendToDescription = false;
+  long WrapType = 3;         // 2 line, 3 paragraph
+  std::string CommentFlags;  // letters "h", "f"
+  bool MergeInBuffer = false;
+  std::string UpgradedTagIdentifier;
+  bool UpgradeStop = false;
+  std::string XMLTagNames;  // comma list
+  std::string Alias;
+};
+
+class TaggedCommentDefs : public Collection<std::shared_ptr<TaggedCommentDef>> {};
+
+// One comment that is applied to every item of a kind whose name matches.
 class ModelComment {
  public:
-  std::string NamespaceName;
-  StoredElement Content;
+  std::string ItemKind;  // the namespace definition name it is for
+  std::string ItemName;  // a name or a wildcard pattern
+  std::string TagIdentifier;
+  std::string Text;
+  bool OnlyIfBlank = false;
+
+  const std::string& NamespaceName() const { return ItemKind; }
+  void Load(const XMLNode& e);
+  void Save(XMLNode& e) const;
+};
+
+class ModelCommentsEvents {
+ public:
+  virtual ~ModelCommentsEvents() = default;
+  virtual void DirtyStateChanged() {}
 };
 
 // A set of model comments: a named profile, or the comments specific to one doc type.
 class ModelComments {
  public:
-  std::string Name;
-  Collection<std::shared_ptr<ModelComment>> Items;
+  std::string Name() const { return mName; }
+  void Name(std::string_view name) { mName = name; }
 
-  void Load(const XMLNode& e);
+  void Add(std::shared_ptr<ModelComment> Item, std::string_view Key = {}, std::optional<long> Before = {},
+           std::optional<long> After = {});
+  void Remove(long index);
+  long Count() const { return mItems.Count(); }
+  const std::shared_ptr<ModelComment>& Item(long index) const { return mItems.Item(index); }
+  auto begin() const { return mItems.begin(); }
+  auto end() const { return mItems.end(); }
+
+  // Writes a "ModelComment" child for each comment below `e`, and the name as attribute "Name".
   void Save(XMLNode& e) const;
+  // Adds the comments of the "ModelComment" children of `e`.
+  void Load(const XMLNode& e);
+
+  void Subscribe(std::weak_ptr<ModelCommentsEvents> subscriber);
+
+ private:
+  void RaiseDirtyStateChanged();
+  std::string mName;
+  Collection<std::shared_ptr<ModelComment>> mItems;
+  std::vector<std::weak_ptr<ModelCommentsEvents>> mSubscribers;
 };
+
+class ModelCommentProfiles : public Collection<std::shared_ptr<ModelComments>> {};
 
 struct CodeLanguage {
   std::string Name;
   bool SwitchedOn = true;
 };
 
-// The process-wide configuration.
+class CodeLanguages : public Collection<std::shared_ptr<CodeLanguage>> {};
+
+// The process-wide configuration, read from the configuration folder on first use.
 class ConfigurationRoot {
  public:
   static ConfigurationRoot& instance();
 
-  Collection<std::shared_ptr<kv::Template>> Templates;
-  Collection<std::shared_ptr<kv::ModelComments>> ModelCommentProfiles;
-  std::vector<CodeLanguage> CodeLanguages;
-  std::string ApplicationPath;
+  const std::vector<std::shared_ptr<DocTypeDef>>& DocTypeDefs();
+  const kv::ModelCommentProfiles& ModelCommentProfiles();
+  // Every installed template, keyed by name.
+  const kv::Templates& Templates();
+  const kv::TaggedCommentDefs& TaggedCommentDefs();
+  const kv::CodeLanguages& CodeLanguages();
+  // The configuration folder, ending in "/".
+  std::string ConfigPath() const;
+  // The folder below which "Templates/" lies, ending in "/": the configuration folder.
+  std::string ApplicationPath() const;
+  // `Name` with every character that no file name may hold replaced.
+  std::string ValidFileName(std::string_view Name);
+
+  // What went wrong while reading the definitions, one line each; empty when all was read.
+  const std::vector<std::string>& LoadErrors();
+  // Forgets what was read, so that the next use reads the configuration folder again.
+  void Reset();
+
+ private:
+  struct Content;
+  ConfigurationRoot();
+  ~ConfigurationRoot();
+  Content& content();
+  std::unique_ptr<Content> mContent;
 };
 
 }  // namespace kv

@@ -96,6 +96,13 @@ XMLAttribute XMLAttributes::Item(std::string_view name) const {
                                                "' has no attribute '" + std::string(name) + "'");
 }
 
+XMLAttribute XMLAttributes::Item(long index) const {
+  long at = 1;
+  for (xmlAttrPtr attr = mNode->properties; attr; attr = attr->next, ++at)
+    if (at == index) return XMLAttribute(mOwner, attr);
+  throw Failure(err::SubscriptOutOfRange, "Subscript out of range");
+}
+
 bool XMLAttributes::Exists(std::string_view name) const {
   return findAttribute(mNode, name) != nullptr;
 }
@@ -109,13 +116,6 @@ long XMLAttributes::Count() const {
   long count = 0;
   for (xmlAttrPtr attr = mNode->properties; attr; attr = attr->next) ++count;
   return count;
-}
-
-XMLAttribute XMLAttributes::Item(long index) const {
-  long position = 1;
-  for (xmlAttrPtr attr = mNode->properties; attr; attr = attr->next, ++position)
-    if (position == index) return XMLAttribute(mOwner, attr);
-  throw Failure(err::SubscriptOutOfRange, "Subscript out of range");
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -40,13 +40,13 @@ class XMLAttributes {
   // The attribute of that name (case ignored); fails with "Invalid procedure call or argument"
   // (5) naming the attribute and the element when there is none.
   XMLAttribute Item(std::string_view name) const;
+  // The attribute at a 1-based position; fails with "Subscript out of range" (9).
+  XMLAttribute Item(long index) const;
   std::optional<XMLAttribute> Find(std::string_view name) const;
   bool Exists(std::string_view name) const;
   // The value, or `fallback` when there is no such attribute.
   std::string ValueOr(std::string_view name, std::string_view fallback = {}) const;
   long Count() const;
-  // The attribute at a 1-based position in document order; fails with "Subscript out of range" (9).
-  XMLAttribute Item(long index) const;
 
  private:
   friend class XMLNode;

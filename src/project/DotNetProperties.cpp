@@ -66,8 +66,8 @@ void DotNetProperties::Load(const XMLNode& e) {
 
     // An older file: leave out the languages the installation has switched off.
     std::vector<std::string> off;
-    for (const auto& language : ConfigurationRoot::instance().CodeLanguages)
-      if (!language.SwitchedOn) off.push_back(language.Name);
+    for (const auto& language : ConfigurationRoot::instance().CodeLanguages())
+      if (!language->SwitchedOn) off.push_back(language->Name);
     mExcludedLanguages = text::join(off, ",");
   });
 }

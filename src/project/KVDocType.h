@@ -1,9 +1,10 @@
-// One kind of thing a project documents, bound to its plug-in and to the template chosen for it.
+// One kind of thing a project documents: it binds the installation's definition, the plug-in
+// that knows the sources, and the template chosen for the output.
 #pragma once
 
 #include <memory>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "contracts/Configuration.h"
 #include "project/IKVProjectPlugIn.h"
@@ -13,45 +14,64 @@ namespace kv {
 
 class KVProject;
 class XMLNode;
+class INamespaceProvider;
 
-class KVDocType {
+class KVDocType : public std::enable_shared_from_this<KVDocType> {
  public:
-  KVDocType(std::string name, std::shared_ptr<IKVProjectPlugIn> plugIn)
-      : mName(std::move(name)), mPlugIn(std::move(plugIn)) {}
+  KVDocType();
+  // A doc type of a definition named `name` whose plug-in is already made, for hosts that bind
+  // a plug-in object themselves.
+  KVDocType(std::string name, std::shared_ptr<IKVProjectPlugIn> plugIn);
+  ~KVDocType();
 
-  // Bound to this doc type when the doc type joins a KVDocTypes.
+  // The chosen template; nothing until first asked for.
+  std::shared_ptr<kv::Template> mSelectedTemplate;
+  // Where the table of contents comes from; bound to this doc type when it joins a KVDocTypes.
   std::shared_ptr<kv::TOCSource> TOCSource = std::make_shared<kv::TOCSource>();
   // This doc type supplies the help templates of the project.
   bool UseHelpTemplates = false;
-  std::shared_ptr<kv::ModelComments> ModelComments = std::make_shared<kv::ModelComments>();
+  // The model comments specific to this doc type; a change marks the project dirty.
+  std::shared_ptr<kv::ModelComments> ModelComments;
   std::weak_ptr<kv::KVProject> KVProject;
 
-  const std::string& Name() const { return mName; }
-  const std::shared_ptr<IKVProjectPlugIn>& ProjectPlugIn() const { return mPlugIn; }
-  void ReleasePlugIn() { mPlugIn.reset(); }
-
-  bool SomethingToDocument() const { return mPlugIn && mPlugIn->SomethingToDocument(); }
-  long SourceItemCount() const { return mPlugIn ? mPlugIn->RootItemTypeCount("source") : 0; }
-  long BinaryItemCount() const { return mPlugIn ? mPlugIn->RootItemTypeCount("binary") : 0; }
-  long VBSourceItemCount() const { return mPlugIn ? mPlugIn->RootItemTypeCount("vbsource") : 0; }
-  // The number of the plug-in's root items.
-  long ItemCount() const;
-
-  // The installed templates that serve this doc type.
-  std::vector<std::shared_ptr<kv::Template>> Templates() const;
-  // The chosen template; the first that serves this doc type until one is chosen, nothing if
-  // none does.
+  // Created on first use by the definition's plug-in class name; nothing when that fails.
+  std::shared_ptr<IKVProjectPlugIn> ProjectPlugIn();
+  // The chosen template, else the first valid one (fails when there is none).
   std::shared_ptr<kv::Template> Template();
-  // A template that does not serve this doc type marks the project changed and is not taken.
+  // A template that differs marks the project changed; it is taken only if it serves this doc
+  // type.
   void Template(const std::shared_ptr<kv::Template>& v);
-
-  void Save(XMLNode& e) const;
+  void Initialise(std::shared_ptr<DocTypeDef> TheKVDocTypeDef, std::string_view Name);
+  // The installed templates that serve this doc type, keyed by name.
+  kv::Templates Templates() const;
+  std::string Name() const;
+  long SourceItemCount();
+  long VBSourceItemCount();
+  long BinaryItemCount();
+  long ItemCount();
+  void Save(XMLNode& e);
   void Load(const XMLNode& e);
+  void BeforeBuild();
+  void AfterBuild();
+  // Copies everything below the template's folder that is not part of the template's machinery
+  // into the output folder.
+  void CopySupportFiles(const std::shared_ptr<kv::Template>& Template, bool DesignTime = false);
+  // The templates that can serve the current root items.
+  kv::Templates ValidTemplates();
+  std::shared_ptr<INamespaceProvider> NamespaceProvider();
+  std::string Description() const;
+
+  bool SomethingToDocument();
+  const std::shared_ptr<DocTypeDef>& Definition() const { return mDocTypeDef; }
 
  private:
-  std::string mName;
-  std::shared_ptr<IKVProjectPlugIn> mPlugIn;
-  std::shared_ptr<kv::Template> mSelectedTemplate;
+  class ModelCommentsListener;
+  void PrepNamespaceDefs(NamespaceDef& def);
+  long RootItemTypeCount(const std::string& type);
+
+  std::shared_ptr<DocTypeDef> mDocTypeDef;
+  std::shared_ptr<IKVProjectPlugIn> mProjectPlugIn;
+  std::shared_ptr<ModelCommentsListener> mModelCommentsListener;
 };
 
 }  // namespace kv

@@ -1,79 +1,139 @@
 #include "project/KVDocTypes.h"
 
 #include "contracts/XmlDocument.h"
+#include "project/KVProject.h"
+#include "project/PlugInLoader.h"
 #include "services/FailureHandler.h"
 
 namespace kv {
+namespace {
 
-void KVDocTypes::Populate(KVProject& /*project*/) {
-  // Doc types come from the installation's configuration; without definitions there are none.
+constexpr const char* kModule = "KVDocTypes";
+
+bool isLumidesk(const KVDocType& docType) {
+  return text::containsIgnoreCase(docType.Name(), "lumidesk");
 }
 
-void KVDocTypes::Add(DocTypePtr docType) {
-  docType->TOCSource->DocType = docType;
-  mDocTypes.Add(docType, docType->Name());
+}  // namespace
+
+void KVDocTypes::Add(DocTypePtr Item, std::string_view Key, std::optional<long> Before, std::optional<long> After) {
+  const std::string key = Key.empty() ? Item->Name() : std::string(Key);
+  Item->TOCSource->DocType = Item;
+  mDocTypes.Add(std::move(Item), key, Before, After);
 }
 
-std::vector<KVDocTypes::DocTypePtr> KVDocTypes::PopulatedDocTypes() const {
-  std::vector<DocTypePtr> populated;
+void KVDocTypes::Populate(KVProject& project) {
+  guard(kModule, [&] {
+    mDocTypes.Clear();
+    LoadInstalledPlugIns();
+    const auto self = std::static_pointer_cast<KVProject>(project.shared_from_this());
+    std::vector<DocTypePtr> created;
+    for (const auto& def : ConfigurationRoot::instance().DocTypeDefs()) {
+      auto docType = std::make_shared<KVDocType>();
+      docType->KVProject = self;
+      docType->Initialise(def, def->Name);
+      if (docType->ProjectPlugIn()) created.push_back(docType);
+    }
+    for (const auto& docType : created)
+      if (!isLumidesk(*docType)) Add(docType);
+    for (const auto& docType : created)
+      if (isLumidesk(*docType)) Add(docType);
+  });
+}
+
+KVDocTypes KVDocTypes::PopulatedDocTypes() const {
+  KVDocTypes populated;
   for (const auto& docType : mDocTypes)
-    if (docType->SomethingToDocument()) populated.push_back(docType);
+    if (docType->SomethingToDocument()) populated.Add(docType);
   return populated;
 }
 
 KVDocTypes::DocTypePtr KVDocTypes::HelpTemplatesFrom() const {
-  const auto populated = PopulatedDocTypes();
+  const KVDocTypes populated = PopulatedDocTypes();
   for (const auto& docType : populated)
     if (docType->UseHelpTemplates) return docType;
-  return populated.empty() ? nullptr : populated.front();
+  return populated.Item(1);
 }
 
 void KVDocTypes::HelpTemplatesFrom(const DocTypePtr& docType) {
   for (const auto& each : mDocTypes) each->UseHelpTemplates = each == docType;
 }
 
-KVDocTypes::DocTypePtr KVDocTypes::DocTypeFromTemplate(const std::shared_ptr<Template>& tmpl) const {
-  if (!tmpl) return nullptr;
+KVDocTypes::DocTypePtr KVDocTypes::DocTypeFromTemplate(const std::shared_ptr<Template>& Template) const {
   for (const auto& docType : mDocTypes)
     for (const auto& each : docType->Templates())
-      if (each == tmpl) return docType;
+      if (each == Template) return docType;
   return nullptr;
 }
 
-NamespaceDefs KVDocTypes::NamespaceDefsOf(const std::vector<DocTypePtr>& docTypes) {
-  NamespaceDefs defs;
-  for (const auto& docType : docTypes) {
-    const auto tmpl = docType->Template();
-    if (!tmpl) continue;
+kv::NamespaceDefs KVDocTypes::NamespaceDefs() const {
+  kv::NamespaceDefs defs;
+  for (const auto& docType : mDocTypes) {
+    // A doc type without a valid template contributes nothing.
+    std::shared_ptr<Template> tmpl;
+    if (!ignoreFailure([&] { tmpl = docType->Template(); })) continue;
     for (const auto& def : tmpl->NamespaceDefs)
       if (!defs.Exists(def->Name)) defs.Add(def, def->Name);
   }
   return defs;
 }
 
-}  // namespace kv
+kv::Templates KVDocTypes::Templates() const {
+  kv::Templates templates;
+  for (const auto& docType : mDocTypes) {
+    if (!docType->SomethingToDocument()) continue;
+    std::shared_ptr<Template> tmpl;
+    if (!ignoreFailure([&] { tmpl = docType->Template(); })) continue;
+    if (!templates.Exists(tmpl->Name)) templates.Add(tmpl, tmpl->Name);
+  }
+  return templates;
+}
 
-namespace kv {
+void KVDocTypes::BeforeBuild() const {
+  for (const auto& docType : mDocTypes) docType->BeforeBuild();
+}
+
+void KVDocTypes::AfterBuild() const {
+  for (const auto& docType : mDocTypes) docType->AfterBuild();
+}
+
+void KVDocTypes::ProjectLoaded() const {
+  guard(kModule, [&] {
+    for (const auto& docType : mDocTypes)
+      if (const auto plugIn = docType->ProjectPlugIn()) plugIn->ProjectLoaded();
+  });
+}
+
+void KVDocTypes::ResetPlugIns() const {
+  guard(kModule, [&] {
+    for (const auto& docType : mDocTypes)
+      if (const auto plugIn = docType->ProjectPlugIn()) plugIn->Reset();
+  });
+}
 
 void KVDocTypes::LoadFromKVProjectXMLEx(XMLDocument& doc, bool LoadPlugIn) {
-  // An element whose doc type is gone is read into the doc type found before it.
-  DocTypePtr docType;
-  for (const XMLNode child : doc.RootNode().ChildNodes()) {
-    if (!text::equalsIgnoreCase(child.Name(), "DocType")) continue;
-    ignoreFailure([&] { docType = Item(child.Attributes().Item("Name").Value()); });
-    if (docType) docType->Load(child);
-  }
-  if (!LoadPlugIn) return;
-  for (const auto& each : mDocTypes)
-    if (const auto& plugIn = each->ProjectPlugIn()) plugIn->LoadXML(doc);
+  guard(kModule, [&] {
+    // An element naming no installed doc type goes to the doc type of the element before it.
+    DocTypePtr docType;
+    for (const XMLNode& child : doc.RootNode().ChildNodes()) {
+      if (!text::equalsIgnoreCase(child.Name(), "DocType")) continue;
+      if (const auto* found = mDocTypes.Find(child.Attributes().ValueOr("Name"))) docType = *found;
+      if (docType) docType->Load(child);
+    }
+    if (!LoadPlugIn) return;
+    for (const auto& each : mDocTypes)
+      if (const auto plugIn = each->ProjectPlugIn()) plugIn->LoadXML(doc);
+  });
 }
 
 void KVDocTypes::SaveToKVProjectXML(XMLDocument& doc) const {
-  for (const auto& docType : PopulatedDocTypes()) {
-    XMLNode element = doc.RootNode().AddChild("DocType");
-    docType->Save(element);
-    docType->ProjectPlugIn()->SaveXML(doc);
-  }
+  guard(kModule, [&] {
+    for (const auto& docType : PopulatedDocTypes()) {
+      XMLNode e = doc.RootNode().AddChild("DocType");
+      docType->Save(e);
+      docType->ProjectPlugIn()->SaveXML(doc);
+    }
+  });
 }
 
 }  // namespace kv

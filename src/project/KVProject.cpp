@@ -7,6 +7,7 @@
 
 #include "comments/KVContentFiles.h"
 #include "contracts/ClassRegistry.h"
+#include "contracts/Configuration.h"
 #include "project/AdditionalFiles.h"
 #include "project/CommunityProperties.h"
 #include "project/DatabaseProperties.h"
@@ -36,15 +37,6 @@ double leadingNumber(std::string_view s) {
   double value = 0;
   std::from_chars(s.data(), s.data() + s.size(), value);
   return value;
-}
-
-// Leaves out the characters that no file name may hold.
-std::string cleanFileName(std::string_view name) {
-  std::string out;
-  for (char c : name)
-    if (std::string_view("/\\:*?\"<>|").find(c) == std::string_view::npos && static_cast<unsigned char>(c) >= 32)
-      out += c;
-  return out;
 }
 
 std::string baseNameOf(const std::string& path) {
@@ -228,7 +220,7 @@ std::string KVProject::ProjectFileNameNoPathOrExtension() {
   } else {
     name = ProjectGroupName();
   }
-  return cleanFileName(text::replaceAll(name, " ", ""));
+  return ConfigurationRoot::instance().ValidFileName(text::replaceAll(name, " ", ""));
 }
 
 float KVProject::FileVersionNumeric() const {
@@ -238,7 +230,7 @@ float KVProject::FileVersionNumeric() const {
 // --- Doc types ------------------------------------------------------------------------------
 
 bool KVProject::SomethingToDocument() const {
-  return DocTypes && !DocTypes->PopulatedDocTypes().empty();
+  return DocTypes && DocTypes->PopulatedDocTypes().Count() >= 1;
 }
 
 namespace {
@@ -252,25 +244,25 @@ long sumChecked(const KVDocTypes& docTypes, Count count) {
 }  // namespace
 
 long KVProject::SourceItemCount() const {
-  return sumChecked(*DocTypes, [](const KVDocType& d) { return d.SourceItemCount(); });
+  return sumChecked(*DocTypes, [](KVDocType& d) { return d.SourceItemCount(); });
 }
 long KVProject::BinaryItemCount() const {
-  return sumChecked(*DocTypes, [](const KVDocType& d) { return d.BinaryItemCount(); });
+  return sumChecked(*DocTypes, [](KVDocType& d) { return d.BinaryItemCount(); });
 }
 long KVProject::VBSourceItemCount() const {
-  return sumChecked(*DocTypes, [](const KVDocType& d) { return d.VBSourceItemCount(); });
+  return sumChecked(*DocTypes, [](KVDocType& d) { return d.VBSourceItemCount(); });
 }
 
 bool KVProject::IsLumidesk() const {
-  const auto populated = DocTypes->PopulatedDocTypes();
-  return std::any_of(populated.begin(), populated.end(),
-                     [](const auto& d) { return text::equalsIgnoreCase(d->Name(), "kv.lumidesk"); });
+  for (const auto& docType : DocTypes->PopulatedDocTypes())
+    if (text::equalsIgnoreCase(docType->Name(), "kv.lumidesk")) return true;
+  return false;
 }
 
 bool KVProject::IsLumideskLite() const {
-  const auto populated = DocTypes->PopulatedDocTypes();
-  return std::any_of(populated.begin(), populated.end(),
-                     [](const auto& d) { return text::equalsIgnoreCase(d->Name(), "kv.lumidesklite"); });
+  for (const auto& docType : DocTypes->PopulatedDocTypes())
+    if (text::equalsIgnoreCase(docType->Name(), "kv.lumidesklite")) return true;
+  return false;
 }
 
 bool KVProject::IsLumideskDocType(const KVDocType& docType) const {
@@ -340,7 +332,8 @@ bool KVProject::SaveToDisk() {
 std::string KVProject::GetVariableValue(const std::string& Name) const {
   const std::string value = VariableValues->Item(Name)->Value();
   for (const auto& docType : DocTypes->PopulatedDocTypes()) {
-    const auto tmpl = docType->Template();
+    std::shared_ptr<Template> tmpl;
+    ignoreFailure([&] { tmpl = docType->Template(); });
     if (!tmpl) continue;
     for (const auto& def : tmpl->VariableDefs) {
       if (!text::equalsIgnoreCase(def.Name, Name)) continue;
@@ -424,6 +417,7 @@ void KVProject::Terminate() {
       for (const auto& docType : *DocTypes)
         if (const auto& plugIn = docType->ProjectPlugIn()) plugIn->Terminate();
     // Releasing the owned objects breaks the reference cycles through plug-ins and doc types.
+    mNamespaceProviders.reset();
     DocTypes.reset();
     ExcludeFilters.reset();
     VariableValues.reset();

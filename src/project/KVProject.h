@@ -35,6 +35,7 @@ class ModelComments;
 class CommunityProperties;
 class NamespaceDef;
 class XMLDocument;
+class INamespaceProvider;
 
 class KVProject : public Object {
   struct Token {};
@@ -265,6 +266,26 @@ class KVProject : public Object {
 
   void Terminate();
 
+  // --- Plug-ins -----------------------------------------------------------------------------
+  // The namespace provider of a handler class, created on first use and shared by all doc
+  // types with that handler; nothing when the class cannot be created (the next call tries
+  // again).
+  std::shared_ptr<INamespaceProvider> GetNamespaceProvider(const std::string& Handler);
+  // Resets every plug-in without losing the project's content: the project is written to text
+  // and read back into the doc types and plug-ins.
+  void ResetPlugIns();
+  // The support files copied into the output folder in this build, keyed by name.
+  Collection<std::string>& CopiedSupportFiles() { return mCopiedSupportFiles; }
+  // For plug-ins that add files to the output: tells the current template's provider, then
+  // raises ContentCreated.
+  void OtherContentCreated(const std::string& FileName);
+  // Whether the included namespace names switch a selectable namespace on.
+  bool IsNamespaceIncluded(const std::string& Name, bool DefaultInclude) const;
+  // Adds a default record for a template variable that the project does not have.
+  void AddDefaultVariableValue(const std::string& Name);
+  // Whether the community extensions are switched on.
+  bool CommunityExtensionsOn() const;
+
  private:
   template <class T, class V>
   void Set(T& member, const V& value) {
@@ -324,6 +345,8 @@ class KVProject : public Object {
   bool mDirty = false;
   bool mCancel = false;
   std::shared_ptr<KVDocType> mCurrentDocType;
+  std::shared_ptr<Collection<std::shared_ptr<INamespaceProvider>>> mNamespaceProviders;
+  Collection<std::string> mCopiedSupportFiles;
 };
 
 }  // namespace kv

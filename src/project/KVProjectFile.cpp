@@ -46,7 +46,7 @@ void silently(F&& body) {
 }
 
 std::shared_ptr<Template> installedTemplate(const std::string& name) {
-  return ConfigurationRoot::instance().Templates.Item(name);
+  return ConfigurationRoot::instance().Templates().Item(name);
 }
 
 // The legacy names of namespace selections.
@@ -282,20 +282,21 @@ void KVProject::LoadBody(XMLDocument& doc) {
           E([&] {
             ModelComments specific;
             specific.Load(child);
-            for (const auto& comment : specific.Items)
+            for (const auto& comment : specific)
               for (const auto& docType : *DocTypes) {
-                const auto defs = docType->ProjectPlugIn() ? docType->ProjectPlugIn()->NamespaceDefs() : nullptr;
-                if (!defs || defs->FindByName(comment->NamespaceName).empty()) continue;
-                docType->ModelComments->Items.Add(comment);
+                const auto plugIn = docType->ProjectPlugIn();
+                const auto defs = plugIn ? plugIn->NamespaceDefs() : nullptr;
+                if (!defs || defs->FindByName(comment->NamespaceName()).empty()) continue;
+                docType->ModelComments->Add(comment);
                 break;
               }
           });
           continue;
         }
         const std::string profileName = child.Text();
-        for (const auto& profile : ConfigurationRoot::instance().ModelCommentProfiles)
-          if (text::equalsIgnoreCase(profile->Name, profileName)) {
-            silently([&] { ModelCommentProfiles->Add(profile, profile->Name); });
+        for (const auto& profile : ConfigurationRoot::instance().ModelCommentProfiles())
+          if (text::equalsIgnoreCase(profile->Name(), profileName)) {
+            silently([&] { ModelCommentProfiles->Add(profile, profile->Name()); });
             break;
           }
       }
@@ -393,8 +394,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
   E([&] {
     if (IncludedNamespaceNames->PropertyValues().Count() != 0) return;
     IncludedNamespaceNames = std::make_shared<KVPropertyBag>();
-    for (const auto& def : KVDocTypes::NamespaceDefsOf(DocTypes->PopulatedDocTypes()))
-      AddNamespaceToIncludedNamespaceNames(*def);
+    for (const auto& def : DocTypes->PopulatedDocTypes().NamespaceDefs()) AddNamespaceToIncludedNamespaceNames(*def);
   });
   E([&] { ApplyNamespaceExclusions(); });
 }
@@ -489,7 +489,7 @@ std::string KVProject::Save() {
     for (const auto& file : *AdditionalFiles) files.AddChild("File").Text(ToRelativeFileName(file->FileName));
 
     XMLNode profiles = root.AddChild("ModelComments");
-    for (const auto& profile : *ModelCommentProfiles) profiles.AddChild("ModelCommentProfile").Text(profile->Name);
+    for (const auto& profile : *ModelCommentProfiles) profiles.AddChild("ModelCommentProfile").Text(profile->Name());
 
     XMLNode ignored = root.AddChild("IgnoreRelationships");
     for (const auto& relationship : *IgnoreRelationships) {

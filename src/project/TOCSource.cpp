@@ -3,6 +3,7 @@
 #include "project/KVDocType.h"
 #include "project/KVProject.h"
 #include "project/XmlValues.h"
+#include "services/FailureHandler.h"
 #include "services/MessageBox.h"
 
 namespace kv {
@@ -35,8 +36,9 @@ std::string TOCSource::GetTOCDefXML(const kv::TOCDefinition* definition) {
 }
 
 std::shared_ptr<Template> TOCSource::DocTypeTemplate() const {
-  auto docType = DocType.lock();
-  return docType ? docType->Template() : nullptr;
+  std::shared_ptr<kv::Template> tmpl;
+  if (auto docType = DocType.lock()) ignoreFailure([&] { tmpl = docType->Template(); });
+  return tmpl;
 }
 
 std::shared_ptr<TOCDefinition> TOCSource::TOCDefinition() {

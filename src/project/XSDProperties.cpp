@@ -7,7 +7,7 @@
 namespace kv {
 
 std::string XSDProperties::InstalledImage(std::string_view name) const {
-  return ConfigurationRoot::instance().ApplicationPath + "/Templates/XMLSchema/xDiagramImages/" + std::string(name);
+  return ConfigurationRoot::instance().ApplicationPath() + "Templates/XMLSchema/xDiagramImages/" + std::string(name);
 }
 
 std::string XSDProperties::GroupParticleSequenceImageFilename() const {

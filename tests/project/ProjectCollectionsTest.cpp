@@ -196,13 +196,12 @@ struct BuildErrors : KVProjectEvents {
   void BuildError(const std::string& t, KVErrorLevel) override { texts.push_back(t); }
 };
 
-// A doc type with an installed template, as a project has after loading the configuration.
+// A populated doc type with its template chosen.
 class TemplateFixture : public CollectionsWithProject {
  protected:
   void SetUp() override {
     tmpl = std::make_shared<Template>();
     tmpl->Name = "Standard";
-    tmpl->DocTypeDefs.push_back(std::make_shared<DocTypeDef>(DocTypeDef{"kv.net", "", ""}));
     for (const char* name : {"One", "Many", "Extra"}) {
       auto def = std::make_shared<TOCDefinition>();
       def->Name = name;
@@ -212,15 +211,11 @@ class TemplateFixture : public CollectionsWithProject {
     tmpl->MultipleItemTOCName = "Many";
     tmpl->objFillColor = 0x123456;
     tmpl->DiagramBold = true;
-    ConfigurationRoot::instance().Templates.Add(tmpl, tmpl->Name);
     plugIn = std::make_shared<PopulatedPlugIn>();
     docType = std::make_shared<KVDocType>("kv.net", plugIn);
     docType->KVProject = project;
+    docType->mSelectedTemplate = tmpl;
     project->DocTypes->Add(docType);
-  }
-  void TearDown() override {
-    ConfigurationRoot::instance().Templates.Clear();
-    CollectionsWithProject::TearDown();
   }
   std::shared_ptr<Template> tmpl;
   std::shared_ptr<PopulatedPlugIn> plugIn;

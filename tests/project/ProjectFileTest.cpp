@@ -19,6 +19,7 @@
 #include "project/XSDProperties.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
+#include "support/TestConfiguration.h"
 
 namespace kv {
 namespace {
@@ -29,6 +30,24 @@ const std::string kReadFailure =
     "Could not read one or more properties from the Kavrel project file. If you are loading a project file created "
     "with Kavrel version 2.0, you should check save the project as soon as possible to restore missing properties";
 const std::string kInvalid = "Cannot load KVProject - Kavrel KVProject file is corrupted or invalid";
+
+// An installation with one doc type served by the template "Standard".
+const char* kConfiguration = R"(<KavrelConfiguration>
+  <DocType Name="kv.net" PlugIn="KVTest.ProjectPlugIn"/>
+  <CodeLanguage Name="C#"/><CodeLanguage Name="JScript" On="False"/><CodeLanguage Name="C++" On="False"/>
+  <ModelCommentProfile Name="Standard"><ModelComment ItemKind="KV:Method" ItemName="*">Does it.</ModelComment>
+  </ModelCommentProfile>
+</KavrelConfiguration>)";
+
+const char* kTemplate = R"(<Template Name="Standard" SingleItemTOC="Flat">
+  <DocType Name="kv.net"/><ItemType Name="source"/>
+  <Variable Name="Company" Default="Default Company"/><Variable Name="Year" Default="2024"/>
+  <Namespace Name="KV:Method" Selectable="True" Handler="KVTest.Provider">
+    <Namespace Name="KV:Event" Selectable="True" DefaultInclude="False"/>
+  </Namespace>
+  <Namespace Name="KV:Fixed"/>
+  <TOC Name="Flat"><NodeDef Name="Top" Caption="All"/></TOC>
+</Template>)";
 
 std::string readFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -59,7 +78,6 @@ struct ItemsPlugIn : IKVProjectPlugIn {
     ++loadXMLCalls;
     directLoad = doc.RootNode().Attributes().ValueOr("DirectLoad");
   }
-  void SaveXML(XMLDocument& doc) override { doc.RootNode().AddChild("NetAssemblies").SetAttribute("Count", "0"); }
   std::string DefaultOutputFolder() override { return "/default/out/"; }
   std::string DefaultOutputFileName() override { return "/default/out/NetHelp.chm"; }
   std::string directLoad;
@@ -75,16 +93,13 @@ struct Events : KVProjectEvents {
 class ProjectFile : public ::testing::Test {
  protected:
   void SetUp() override {
+    config.write("kavrel.xml", kConfiguration);
+    config.write("Templates/Standard/template.xml", kTemplate);
     project = KVProject::New();
     events = std::make_shared<Events>();
     project->Subscribe(events);
   }
-  void TearDown() override {
-    project->Terminate();
-    ConfigurationRoot::instance().Templates.Clear();
-    ConfigurationRoot::instance().ModelCommentProfiles.Clear();
-    ConfigurationRoot::instance().CodeLanguages.clear();
-  }
+  void TearDown() override { project->Terminate(); }
   // Copies a file of the test data into the temporary folder and loads it from there.
   std::string load(const std::string& dataName) {
     const std::string path = temp.path("proj/" + dataName);
@@ -97,48 +112,43 @@ class ProjectFile : public ::testing::Test {
     for (const auto& m : host.messages()) texts.push_back(m.text);
     return texts;
   }
-  // An installed template "Standard" serving a populated doc type "kv.net".
+  std::string plugInLog() {
+    return std::dynamic_pointer_cast<Object>(project->DocTypes->Item("kv.net")->ProjectPlugIn())
+        ->get("CallLog")
+        .toString();
+  }
+  // A populated doc type of the test's own, with a template made here.
   std::shared_ptr<ItemsPlugIn> addDocType() {
     auto tmpl = std::make_shared<Template>();
-    tmpl->Name = "Standard";
-    tmpl->DocTypeDefs.push_back(std::make_shared<DocTypeDef>(DocTypeDef{"kv.net", "", ""}));
-    auto flat = std::make_shared<TOCDefinition>();
-    flat->Name = "Flat";
-    tmpl->TOCDefinitions.Add(flat, "Flat");
+    tmpl->Name = "Own";
     auto method = std::make_shared<NamespaceDef>();
     method->Name = "KV:Method";
+    method->Selectable = true;
     auto event = std::make_shared<NamespaceDef>();
     event->Name = "KV:Event";
+    event->Selectable = true;
     event->DefaultInclude = false;
     auto fixed = std::make_shared<NamespaceDef>();
     fixed->Name = "KV:Fixed";
-    fixed->Selectable = false;
     method->ChildNamespaceDefs.Add(event, event->Name);
     tmpl->NamespaceDefs.Add(method, method->Name);
     tmpl->NamespaceDefs.Add(fixed, fixed->Name);
-    tmpl->VariableDefs = {{"Company", "Default Company"}, {"Year", "2024"}};
-    ConfigurationRoot::instance().Templates.Add(tmpl, tmpl->Name);
     auto plugIn = std::make_shared<ItemsPlugIn>();
-    auto docType = std::make_shared<KVDocType>("kv.net", plugIn);
+    auto docType = std::make_shared<KVDocType>("kv.own", plugIn);
     docType->KVProject = project;
+    docType->mSelectedTemplate = tmpl;
     project->DocTypes->Add(docType);
     return plugIn;
   }
 
   test::TempFolder temp;
+  test::TestConfiguration config;
   test::ScopedRecordingHost host;
   std::shared_ptr<KVProject> project;
   std::shared_ptr<Events> events;
 };
 
 TEST_F(ProjectFile, CurrentFileLoadsEverySettingAndCollection) {
-  auto plugIn = addDocType();
-  auto secret = std::make_shared<DynamicObject>("Item");
-  secret->field("IncludeFlag", true).field("ExcludeFlag", false);
-  plugIn->items["Lib~Secret"] = secret;
-  auto profile = std::make_shared<ModelComments>();
-  profile->Name = "Standard";
-  ConfigurationRoot::instance().ModelCommentProfiles.Add(profile, "Standard");
   writeFile(temp.path("proj/comments/lib.kvc"), "<KavrelComments/>");
 
   load("full-5.0.kvp");
@@ -183,13 +193,12 @@ TEST_F(ProjectFile, CurrentFileLoadsEverySettingAndCollection) {
   EXPECT_EQ(project->ModelCommentProfiles->Count(), 1);
   ASSERT_EQ(project->IgnoreRelationships->Count(), 1);
   EXPECT_EQ(project->IgnoreRelationships->Item(1)->ProcedureName, "Dispose");
-  // Only the exclusion a plug-in resolves survives, and the item learns it is excluded.
-  EXPECT_EQ(project->NamespaceExclusions->Count(), 1);
-  EXPECT_TRUE(secret->get("ExcludeFlag").toBool());
-  EXPECT_FALSE(secret->get("IncludeFlag").toBool());
+  // Only the exclusion a plug-in resolves survives.
+  ASSERT_EQ(project->NamespaceExclusions->Count(), 1);
+  EXPECT_EQ(project->NamespaceExclusions->Item(1), "Lib~Secret");
   EXPECT_EQ(events->exclusionsChanged, 1);
-  EXPECT_EQ(plugIn->loadXMLCalls, 1);
-  EXPECT_EQ(plugIn->directLoad, "True");
+  EXPECT_EQ(plugInLog(), "Initialise,LoadXML(DirectLoad=True)");
+  EXPECT_EQ(project->DocTypes->Item("kv.net")->Template()->Name, "Standard");
 
   const DotNetProperties& net = *project->DotNetProperties;
   EXPECT_FALSE(net.GenerateXMLLinks());  // written, never read back
@@ -210,7 +219,6 @@ TEST_F(ProjectFile, CurrentFileLoadsEverySettingAndCollection) {
 }
 
 TEST_F(ProjectFile, SaveWritesTheCurrentFormInOrderAndReloadsToTheSameText) {
-  addDocType()->items["Lib~Secret"] = std::make_shared<DynamicObject>("Item");
   writeFile(temp.path("proj/comments/lib.kvc"), "<KavrelComments/>");
   const std::string path = load("full-5.0.kvp");
   const std::string saved = project->Save();
@@ -224,7 +232,7 @@ TEST_F(ProjectFile, SaveWritesTheCurrentFormInOrderAndReloadsToTheSameText) {
                                       "CommentExtraction", "Diagrams", "VariableValues", "AdditionalFiles",
                                       "ModelComments", "IgnoreRelationships", "NamespaceExclusions", "DotNetProperties",
                                       "DatabaseProperties", "XSDProperties", "CommentFiles", "CommunityExtensions",
-                                      "DocType", "NetAssemblies", "PropertyBag"}));
+                                      "DocType", "TestPlugIn", "PropertyBag"}));
   const XMLAttributes location = root.ChildNodes().Item("OutputLocation").Attributes();
   EXPECT_EQ(location.Item("OutputFolder").Value(), "out/");
   EXPECT_EQ(location.Item("HelpFileName").Value(), "out/help.chm");
@@ -239,16 +247,12 @@ TEST_F(ProjectFile, SaveWritesTheCurrentFormInOrderAndReloadsToTheSameText) {
   // A second project reading the saved text writes it again unchanged.
   writeFile(path, saved);
   auto again = KVProject::New();
-  auto plugIn = std::make_shared<ItemsPlugIn>();
-  plugIn->items["Lib~Secret"] = std::make_shared<DynamicObject>("Item");
-  again->DocTypes->Add(std::make_shared<KVDocType>("kv.net", plugIn));
   again->LoadFromFile(path);
   EXPECT_EQ(again->Save(), saved);
   again->Terminate();
 }
 
 TEST_F(ProjectFile, OldSettingsFileIsReadInAllItsLegacyFormsAndUpgraded) {
-  addDocType();
   load("settings-3.5.kvp");
   const std::string parent = temp.path("");
   EXPECT_EQ(messages(), std::vector<std::string>{kReadFailure});  // it has no diagram style yet
@@ -276,7 +280,8 @@ TEST_F(ProjectFile, OldSettingsFileIsReadInAllItsLegacyFormsAndUpgraded) {
   EXPECT_NE(saved.find("<KavrelProject Version=\"5.0\""), std::string::npos);
   EXPECT_NE(saved.find("OutputFolder=\"../Legacy Output/\""), std::string::npos);
   EXPECT_NE(saved.find("<File>images/banner.gif</File>"), std::string::npos);
-  EXPECT_NE(saved.find("<TOCSource TOCSource=\"2\" SpecificTOCName=\"Flat\"/>"), std::string::npos);
+  // The doc type has nothing to document, so its TOC source is not saved.
+  EXPECT_EQ(saved.find("<TOCSource"), std::string::npos);
   for (const char* legacy :
        {"KavrelSettings", "CHMFileName", "<include", "<untagged", "tableofcontents", "<tocsource", "ProjectName", "\\"})
     EXPECT_EQ(saved.find(legacy), std::string::npos) << legacy;
@@ -412,11 +417,20 @@ TEST_F(ProjectFile, OutputFolderOfTheProjectItselfIsWrittenAsDot) {
   again->Terminate();
 }
 
-TEST_F(ProjectFile, EmptyPathsAndNamespacesTakeThePlugInsDefaults) {
-  addDocType();
+TEST_F(ProjectFile, EmptyPathsNamespacesAndExclusionsAreSettledWithThePlugIns) {
+  auto plugIn = addDocType();
+  auto secret = std::make_shared<DynamicObject>("Item");
+  secret->field("IncludeFlag", true).field("ExcludeFlag", false);
+  plugIn->items["A~Secret"] = secret;
   const std::string path = temp.path("p.kvp");
-  writeFile(path, R"(<KavrelProject Version="5.0"><IncludeFilters><Namespaces/></IncludeFilters></KavrelProject>)");
+  writeFile(path, R"(<KavrelProject Version="5.0"><IncludeFilters><Namespaces/></IncludeFilters>
+    <NamespaceExclusions><e>A~Secret</e><e>A~Gone</e></NamespaceExclusions></KavrelProject>)");
   project->LoadFromFile(path);
+  EXPECT_TRUE(secret->get("ExcludeFlag").toBool());
+  EXPECT_FALSE(secret->get("IncludeFlag").toBool());
+  EXPECT_EQ(project->NamespaceExclusions->Count(), 1);
+  EXPECT_EQ(plugIn->loadXMLCalls, 1);
+  EXPECT_EQ(plugIn->directLoad, "True");
   EXPECT_EQ(project->OutputFolder(), "/default/out/");
   EXPECT_EQ(project->HelpFileName(), "/default/out/NetHelp.chm");
   EXPECT_EQ(project->HHNamespace(), "NetHelp");
@@ -427,7 +441,6 @@ TEST_F(ProjectFile, EmptyPathsAndNamespacesTakeThePlugInsDefaults) {
 }
 
 TEST_F(ProjectFile, SettingsOfOlderFilesFallBackAsTheirReadersSay) {
-  ConfigurationRoot::instance().CodeLanguages = {{"C#", true}, {"JScript", false}, {"C++", false}};
   const std::string path = temp.path("p.kvp");
   writeFile(path, R"(<KavrelProject Version="4.0"><DotNetProperties IncludeRelationshipDiagrams="True"
       IncludeInheritanceHierarchies="True" IncludeBaseMembers="False" StandardInterfaces="System.*"
@@ -446,24 +459,33 @@ TEST_F(ProjectFile, SettingsOfOlderFilesFallBackAsTheirReadersSay) {
 }
 
 TEST_F(ProjectFile, CustomTableOfContentsKeepsItsNodesThroughSaveAndLoad) {
-  addDocType();
   const auto docType = project->DocTypes->Item("kv.net");
   const std::string path = temp.path("p.kvp");
   writeFile(path, R"(<KavrelProject Version="5.0"><OtherOptions/>
     <DocType Name="kv.net" Template="Standard" UseHelpTemplates="true">
       <TOCSource TOCSource="1" SpecificTOCName="">
-        <NodeDef Name="Root" Caption="All"><Child Ref="Leaf"/></NodeDef>
-        <NodeDef Name="Leaf" Caption="Ä"/>
+        <NodeDef Name="Root" Caption="All"/>
+        <NodeDef Name="Leaf" Caption="Ä" Parent="Root" NodeType="1" NamespaceName="KV:Method"/>
       </TOCSource>
-    </DocType></KavrelProject>)");
+    </DocType><TestPlugIn><Root Name="Lib" Kind="source"/></TestPlugIn></KavrelProject>)");
   project->LoadFromFile(path);
   EXPECT_TRUE(docType->UseHelpTemplates);
   ASSERT_EQ(docType->TOCSource->Source(), tsCustom);
-  EXPECT_EQ(docType->TOCSource->TOCDefinition()->NodeDefs.Count(), 2);
+  const auto definition = docType->TOCSource->TOCDefinition();
+  ASSERT_EQ(definition->NodeDefs.Count(), 2);
+  EXPECT_EQ(definition->NodeDefs.Item("Leaf")->ParentNode.lock(), definition->NodeDefs.Item("Root"));
   const std::string saved = project->Save();
-  EXPECT_NE(saved.find("<NodeDef Name=\"Root\" Caption=\"All\">"), std::string::npos);
-  EXPECT_NE(saved.find("<Child Ref=\"Leaf\"/>"), std::string::npos);
-  EXPECT_NE(saved.find("<NodeDef Name=\"Leaf\" Caption=\"Ä\"/>"), std::string::npos);
+  EXPECT_NE(saved.find("<NodeDef Name=\"Root\" NodeType=\"0\" Caption=\"All\" Parent=\"\""), std::string::npos);
+  EXPECT_NE(saved.find("<NodeDef Name=\"Leaf\" NodeType=\"1\" Caption=\"Ä\" Parent=\"Root\""), std::string::npos);
+
+  // A named definition the template lacks falls back at load without a word.
+  project->Dirty(false);
+  writeFile(path, R"(<KavrelProject Version="5.0"><OtherOptions/><DocType Name="kv.net">
+      <TOCSource TOCSource="2" SpecificTOCName="Lost"/></DocType></KavrelProject>)");
+  auto again = KVProject::New();
+  again->LoadFromFile(path);
+  EXPECT_EQ(again->DocTypes->Item("kv.net")->TOCSource->Source(), tsTemplateDefault);
+  again->Terminate();
 }
 
 struct DefsPlugIn : IKVProjectPlugIn {
@@ -479,18 +501,20 @@ TEST_F(ProjectFile, OldModelCommentsGoToTheFirstDocTypeThatKnowsTheirNamespace) 
   method->Name = "KV:Method";
   method->ChildNamespaceDefs.Add(property, property->Name);
   second->defs->Add(method, method->Name);
-  first->defs->Add(std::make_shared<NamespaceDef>(NamespaceDef{"KV:Event", true, true, {}}), "KV:Event");
+  auto event = std::make_shared<NamespaceDef>();
+  event->Name = "KV:Event";
+  first->defs->Add(event, event->Name);
   project->DocTypes->Add(std::make_shared<KVDocType>("kv.db", first));
-  project->DocTypes->Add(std::make_shared<KVDocType>("kv.net", second));
+  project->DocTypes->Add(std::make_shared<KVDocType>("kv.own", second));
   const std::string path = temp.path("p.kvp");
   writeFile(path, R"(<KavrelSettings Version="3.0"><ModelComments><SpecificModelComments>
-      <ModelComment NamespaceName="KV:Property" Text="x"/><ModelComment NamespaceName="KV:Event"/>
-      <ModelComment NamespaceName="KV:Unknown"/></SpecificModelComments></ModelComments></KavrelSettings>)");
+      <ModelComment ItemKind="KV:Property" ItemName="*">x</ModelComment><ModelComment ItemKind="KV:Event"/>
+      <ModelComment ItemKind="KV:Unknown"/></SpecificModelComments></ModelComments></KavrelSettings>)");
   project->LoadFromFile(path);
-  EXPECT_EQ(project->DocTypes->Item("kv.db")->ModelComments->Items.Count(), 1);
-  const auto& netComments = project->DocTypes->Item("kv.net")->ModelComments->Items;
+  EXPECT_EQ(project->DocTypes->Item("kv.db")->ModelComments->Count(), 1);
+  const auto& netComments = *project->DocTypes->Item("kv.own")->ModelComments;
   ASSERT_EQ(netComments.Count(), 1);
-  EXPECT_EQ(netComments.Item(1)->Content.Attribute("Text"), "x");
+  EXPECT_EQ(netComments.Item(1)->Text, "x");
 }
 
 }  // namespace

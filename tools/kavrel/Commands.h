@@ -9,6 +9,9 @@ class App;
 namespace kavrel {
 
 void registerBuildCommand(CLI::App& app, int& exitCode);
+// "kavrel doctypes": the installed doc types, their plug-ins and templates.
+void registerDocTypesCommand(CLI::App& app, int& exitCode);
+// "kavrel upgrade": a project file of any version saved in the current format.
 void registerUpgradeCommand(CLI::App& app, int& exitCode);
 
 }  // namespace kavrel

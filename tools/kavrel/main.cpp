@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
 
   int exitCode = 0;
   kavrel::registerBuildCommand(app, exitCode);
+  kavrel::registerDocTypesCommand(app, exitCode);
   kavrel::registerUpgradeCommand(app, exitCode);
 
   CLI11_PARSE(app, argc, argv);

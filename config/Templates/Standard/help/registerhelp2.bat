@@ -1,0 +1,2 @@
+rem Registers the help collection %%projectgroup_name%%.
+hxreg -n %%hhnamespace%% -c %%projectgroup_name%%.hxs

@@ -1,0 +1,2 @@
+rem Unregisters the help collection %%projectgroup_name%%.
+hxreg -r -n %%hhnamespace%%

@@ -1,0 +1,62 @@
+// The project's side of the plug-in contract: namespace providers, plug-in resets and the files
+// that plug-ins and templates add to the output.
+#include "contracts/ClassRegistry.h"
+#include "contracts/XmlDocument.h"
+#include "project/INamespaceProvider.h"
+#include "project/KVDocTypes.h"
+#include "project/KVProject.h"
+#include "services/FailureHandler.h"
+
+namespace kv {
+namespace {
+constexpr const char* kModule = "KVProject";
+}
+
+std::shared_ptr<INamespaceProvider> KVProject::GetNamespaceProvider(const std::string& Handler) {
+  return guard<std::shared_ptr<INamespaceProvider>>(kModule, [&]() -> std::shared_ptr<INamespaceProvider> {
+    if (!mNamespaceProviders) mNamespaceProviders = std::make_shared<Collection<std::shared_ptr<INamespaceProvider>>>();
+    const auto self = std::static_pointer_cast<KVProject>(shared_from_this());
+    if (const auto* cached = mNamespaceProviders->Find(Handler)) {
+      (*cached)->KVProject(self);
+      return *cached;
+    }
+    auto provider = std::dynamic_pointer_cast<INamespaceProvider>(ClassRegistry::instance().tryCreate(Handler));
+    if (!provider) return nullptr;
+    provider->KVProject(self);
+    mNamespaceProviders->Add(provider, Handler);
+    return provider;
+  });
+}
+
+void KVProject::ResetPlugIns() {
+  guard(kModule, [&] {
+    XMLDocument doc;
+    if (!doc.LoadXML(Save())) throw Failure(err::InvalidProcedureCall, doc.ParseError());
+    DocTypes->ResetPlugIns();
+    ignoreFailure([&] { doc.RootNode().SetAttribute("DirectLoad", DirectLoad ? "True" : "False"); });
+    DocTypes->LoadFromKVProjectXML(doc);
+  });
+}
+
+void KVProject::OtherContentCreated(const std::string& FileName) {
+  guard(kModule, [&] {
+    std::shared_ptr<Template> tmpl;
+    if (mCurrentDocType) ignoreFailure([&] { tmpl = mCurrentDocType->Template(); });
+    if (tmpl && tmpl->NamespaceDefs.Count() > 0)
+      if (const auto provider = GetNamespaceProvider(tmpl->NamespaceDefs.Item(1)->Handler))
+        provider->PageOutput(nullptr, nullptr, FileName, false, false);
+    FireContentCreated(FileName);
+  });
+}
+
+bool KVProject::IsNamespaceIncluded(const std::string& /*Name*/, bool DefaultInclude) const {
+  return DefaultInclude;
+}
+
+void KVProject::AddDefaultVariableValue(const std::string& /*Name*/) {}
+
+bool KVProject::CommunityExtensionsOn() const {
+  return false;
+}
+
+}  // namespace kv

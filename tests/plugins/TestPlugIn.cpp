@@ -1,0 +1,175 @@
+// A plug-in library for the tests, built as a shared library and loaded from a configuration
+// folder's "plugins/" exactly as an installed plug-in is. Its project plug-in keeps root items
+// ("Root" children of its "TestPlugIn" element in the project file) and writes every call it
+// gets to a log that tests read through the late-bound member "CallLog".
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "contracts/ClassRegistry.h"
+#include "contracts/Configuration.h"
+#include "contracts/XmlDocument.h"
+#include "project/IKVProjectPlugIn.h"
+#include "project/INamespaceProvider.h"
+#include "project/KVProject.h"
+
+namespace {
+
+using namespace kv;
+
+class TestProjectPlugIn : public Object, public IKVProjectPlugIn {
+ public:
+  std::string typeName() const override { return "TestProjectPlugIn"; }
+
+  Variant get(std::string_view member) const override {
+    if (text::equalsIgnoreCase(member, "CallLog")) return text::join(mLog, ",");
+    return Object::get(member);
+  }
+  Variant call(std::string_view member, const Arguments& args) override {
+    if (text::equalsIgnoreCase(member, "AddRoot")) {
+      mRoots.push_back({args.at(0).toString(), args.at(1).toString()});
+      return {};
+    }
+    return Object::call(member, args);
+  }
+
+  void Initialise(KVProject& project) override {
+    mProject = std::static_pointer_cast<KVProject>(project.shared_from_this());
+    mLog.push_back("Initialise");
+  }
+  void ProjectLoaded() override { mLog.push_back("ProjectLoaded"); }
+  void ProjectChanged() override { mLog.push_back("ProjectChanged"); }
+  void BeforeBuild() override { mLog.push_back("BeforeBuild"); }
+  void AfterBuild() override { mLog.push_back("AfterBuild"); }
+  void Terminate() override { mLog.push_back("Terminate"); }
+  void Reset() override {
+    mLog.push_back("Reset");
+    mRoots.clear();
+  }
+
+  void SaveXML(XMLDocument& doc) override {
+    mLog.push_back("SaveXML");
+    XMLNode own = doc.RootNode().AddChild("TestPlugIn");
+    for (const auto& root : mRoots) {
+      XMLNode e = own.AddChild("Root");
+      e.SetAttribute("Name", root.name);
+      e.SetAttribute("Kind", root.kind);
+    }
+  }
+  void LoadXML(XMLDocument& doc) override {
+    // The document as this plug-in finds it: does its doc type's element come first?
+    const XMLNode root = doc.RootNode();
+    mLog.push_back("LoadXML(DirectLoad=" + root.Attributes().ValueOr("DirectLoad") + ")");
+    for (const XMLNode& own : root.ChildNodes()) {
+      if (!text::equalsIgnoreCase(own.Name(), "TestPlugIn")) continue;
+      for (const XMLNode& e : own.ChildNodes())
+        mRoots.push_back({e.Attributes().ValueOr("Name"), e.Attributes().ValueOr("Kind")});
+    }
+  }
+
+  bool SomethingToDocument() override { return !mRoots.empty(); }
+  long RootItemTypeCount(const std::string& type) override {
+    long count = 0;
+    for (const auto& root : mRoots) count += text::equalsIgnoreCase(root.kind, type) ? 1 : 0;
+    return count;
+  }
+  ObjectPtr RootItems(const std::string&) override {
+    auto items = std::make_shared<DynamicObject>("RootItems");
+    items->field("Count", long(mRoots.size()));
+    return items;
+  }
+  ObjectPtr GetObjectFromQualifiedName(const std::string& name) override {
+    for (const auto& root : mRoots)
+      if (root.name == name) {
+        auto item = std::make_shared<DynamicObject>("TestRoot");
+        item->field("IncludeFlag", true).field("ExcludeFlag", false);
+        return item;
+      }
+    return nullptr;
+  }
+  std::shared_ptr<kv::NamespaceDefs> NamespaceDefs() override {
+    auto defs = std::make_shared<kv::NamespaceDefs>();
+    auto def = std::make_shared<NamespaceDef>();
+    def->Name = "KV:TestRoot";
+    def->Handler = "KVTest.Provider";
+    defs->Add(def, def->Name);
+    return defs;
+  }
+  std::shared_ptr<XMLDocument> CreateCommentFileForMoniker(const std::string&, const std::string& moniker) override {
+    auto doc = std::make_shared<XMLDocument>();
+    doc->RootNode().Name("KavrelComments");
+    doc->RootNode().SetAttribute("Moniker", moniker);
+    return doc;
+  }
+  Variant IsItemSameAsMoniker(const ObjectPtr& item, const std::string& moniker) override {
+    return item && item->get("Name").toString() == moniker;
+  }
+
+ private:
+  struct Root {
+    std::string name, kind;
+  };
+  std::weak_ptr<KVProject> mProject;
+  std::vector<Root> mRoots;
+  std::vector<std::string> mLog;
+};
+
+// Records the output files it is told of, readable through the late-bound member "PageOutputs".
+class TestProvider : public Object, public INamespaceProvider {
+ public:
+  std::string typeName() const override { return "TestProvider"; }
+  Variant get(std::string_view member) const override {
+    if (text::equalsIgnoreCase(member, "PageOutputs")) return text::join(mOutputs, "|");
+    if (text::equalsIgnoreCase(member, "HasProject")) return !mProject.expired();
+    return Object::get(member);
+  }
+
+  void KVProject(const std::weak_ptr<kv::KVProject>& project) override { mProject = project; }
+  ItemCollection GetItems(const std::shared_ptr<NamespaceDef>&, const ObjectPtr&, const std::string&) override {
+    return std::make_shared<std::vector<ObjectPtr>>();
+  }
+  std::shared_ptr<kv::DataProvider> DataProvider() override { return nullptr; }
+  ObjectPtr LoadRootItem(const std::string&) override { return nullptr; }
+  void SetRootItem(const ObjectPtr&) override {}
+  ObjectPtr GetItemByQualifiedName(const std::string&) override { return nullptr; }
+  std::vector<std::shared_ptr<NamespaceDef>> GetNamespaceDefsOfItem(const ObjectPtr&,
+                                                                    const kv::NamespaceDefs&) override {
+    return {};
+  }
+  void StreamContent(std::shared_ptr<FileSystem>&, const std::string&) override {}
+  std::string GeneratorName() override { return "kv.test"; }
+  void PageOutput(const std::shared_ptr<NamespaceDef>&, const ObjectPtr&, const std::string& fileName, bool,
+                  bool) override {
+    mOutputs.push_back(fileName);
+  }
+  void BeginRootItem(const ObjectPtr&) override {}
+  void EndRootItem(const ObjectPtr&) override {}
+  void BeginChildItem(const ObjectPtr&, const ObjectPtr&) override {}
+  void EndChildItem(const ObjectPtr&, const ObjectPtr&) override {}
+  std::string BrowseForItem(const std::string&) override { return {}; }
+  bool ItemExists(const std::string&) override { return true; }
+  std::string MonikerForItem(const ObjectPtr& item) override { return "test:" + item->get("Name").toString(); }
+  std::string RelativeMoniker(const std::string& moniker, const std::string&) override { return moniker; }
+  std::string AbsoluteMoniker(const std::string& moniker, const std::string&) override { return moniker; }
+  std::string ContentFilterOfItem(const ObjectPtr&) override { return {}; }
+
+ private:
+  std::weak_ptr<kv::KVProject> mProject;
+  std::vector<std::string> mOutputs;
+};
+
+}  // namespace
+
+extern "C" void kavrel_register_plugin(kv::ClassRegistry& registry) {
+  registry.add("KVTest.ProjectPlugIn", [] { return std::make_shared<TestProjectPlugIn>(); });
+  registry.add("KVTest.LumideskPlugIn", [] { return std::make_shared<TestProjectPlugIn>(); });
+  // Creatable, but not a project plug-in.
+  registry.add("KVTest.NotAPlugIn", [] { return std::make_shared<DynamicObject>("NotAPlugIn"); });
+  registry.add("KVTest.Broken", []() -> ObjectPtr { throw std::runtime_error("cannot be made"); });
+  // Fails while KAVREL_TEST_PROVIDER_FAILS is set, so that tests can see creation tried again.
+  registry.add("KVTest.Provider", []() -> ObjectPtr {
+    if (std::getenv("KAVREL_TEST_PROVIDER_FAILS")) return nullptr;
+    return std::make_shared<TestProvider>();
+  });
+}
