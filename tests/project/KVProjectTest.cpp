@@ -1,3 +1,5 @@
+#include "project/KVProject.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -5,7 +7,6 @@
 
 #include "contracts/ClassRegistry.h"
 #include "project/KVDocTypes.h"
-#include "project/KVProject.h"
 #include "services/MessageBox.h"
 #include "support/TempFolder.h"
 
@@ -193,7 +194,8 @@ TEST_F(ProjectTest, SilentMessageBoxesAnswerWithoutAskingAndReportTheText) {
   EXPECT_EQ(project->ShowMessageBox("Note", mb::OKOnly + mb::Information, "t"), 0);
   EXPECT_EQ(project->InternalShowMessageBox("Keep?", mb::YesNo, "t", mb::Yes), mb::Yes);
   EXPECT_TRUE(host->messages.empty());
-  EXPECT_EQ(events->postStatus, (std::vector<std::string>{"Replace?", "Go on?", "Save?", "Retry?", "Note", "Keep?"}));
+  EXPECT_EQ(events->postStatus,
+            (std::vector<std::string>{"Replace?", "Go on?", "Save?", "Retry?", "Note", "Keep?"}));
 }
 
 TEST_F(ProjectTest, MessageBoxHandlerWinsOverSilentAndHost) {
