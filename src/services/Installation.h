@@ -6,7 +6,7 @@
 namespace kv {
 
 // The configuration folder, with a trailing "/": $KAVREL_CONFIG_DIR when set, else the folder
-// the program was installed with.
+// the program was installed with, else (not installed yet) the configuration of the source tree.
 std::string ConfigurationFolder();
 
 }  // namespace kv
