@@ -46,7 +46,7 @@ TEST_F(KavrelBuildCommand, PlainHtmlBuildWritesTheResultsPage) {
   const ProcessResult r = kavrel({"build", project, "--output", out, "--no-compile"});
   ASSERT_TRUE(r.Started);
   EXPECT_EQ(r.ExitCode, 0) << r.Output;
-  EXPECT_THAT(r.Output, HasSubstr("------ Build started: Project: hello.kvp, Title: hello ------\n"));
+  EXPECT_THAT(r.Output, HasSubstr("------ Build started: Project: hello.kvp, Title: Hello Kavrel ------\n"));
   EXPECT_THAT(r.Output, HasSubstr("Build complete. HTML output to directory '" + out + "/'\n"));
   EXPECT_THAT(r.Output, HasSubstr("Results page: " + out + "/buildresults.html\n"));
 
@@ -59,6 +59,10 @@ TEST_F(KavrelBuildCommand, PlainHtmlBuildWritesTheResultsPage) {
 }
 
 TEST_F(KavrelBuildCommand, FailedCompileExitsWithTwo) {
+  // The example leaves plain HTML; this copy asks for a compiled help file with nothing to compile.
+  std::string text = readFile(project);
+  text.replace(text.find("CompileHelpFile=\"False\""), 23, "CompileHelpFile=\"True\"");
+  std::ofstream(project) << text;
   const std::string results = temp.path("pages/results.html");
   const ProcessResult r = kavrel({"build", project, "--output", out, "--results", results});
   EXPECT_EQ(r.ExitCode, 2) << r.Output;
