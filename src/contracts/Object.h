@@ -35,6 +35,10 @@ class Object : public std::enable_shared_from_this<Object> {
 // True when the run-time class name of `item` equals `typeName`, ignoring case.
 bool TypeMatch(const ObjectPtr& item, std::string_view typeName);
 bool TypeMatch(const Variant& item, std::string_view typeName);
+template <class T, class = std::enable_if_t<std::is_base_of_v<Object, T>>>
+bool TypeMatch(const std::shared_ptr<T>& item, std::string_view typeName) {
+  return TypeMatch(ObjectPtr(item), typeName);
+}
 
 // Reads a member and returns `fallback` when the object is absent or lacks the member.
 Variant getOr(const ObjectPtr& object, std::string_view member, Variant fallback = {});

@@ -223,6 +223,11 @@ std::string KVProject::ProjectFileNameNoPathOrExtension() {
   return ConfigurationRoot::instance().ValidFileName(text::replaceAll(name, " ", ""));
 }
 
+std::optional<kv::Locale> KVProject::Locale() const {
+  if (mLocaleID == 0) return std::nullopt;
+  return UnicodeHelpers::LocaleFromID(mLocaleID);
+}
+
 float KVProject::FileVersionNumeric() const {
   return float(leadingNumber(FileVersion));
 }

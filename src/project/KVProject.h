@@ -13,6 +13,7 @@
 #include "contracts/Collection.h"
 #include "contracts/FileSystem.h"
 #include "contracts/Object.h"
+#include "contracts/UnicodeHelpers.h"
 #include "project/Enums.h"
 #include "project/KVProjectEvents.h"
 
@@ -126,6 +127,8 @@ class KVProject : public Object {
   void PlugInNamespace(const std::string& v) { Set(mPlugInNamespace, v); }
   long LocaleID() const { return mLocaleID; }
   void LocaleID(long v) { Set(mLocaleID, v); }
+  // The locale of LocaleID; nothing while LocaleID is 0.
+  std::optional<kv::Locale> Locale() const;
   bool ExcludeFiltersRegExp() const { return mExcludeFiltersRegExp; }
   void ExcludeFiltersRegExp(bool v) { Set(mExcludeFiltersRegExp, v); }
   std::string OutputFileExtension() const { return mOutputFileExtension; }
