@@ -157,7 +157,10 @@ std::shared_ptr<KVContentFile> KVDocType::CreateNewCommentFileForItem(const Obje
     const auto doc = ProjectPlugIn()->CreateCommentFileForMoniker(FileName, moniker);
     if (!doc) throw ObjectNotSet();
     FileSystem file(FileName);
-    doc->RootNode().SetAttribute("RelatedProject", kv::ToRelativeFileName(*project->KVProjectFileName, file));
+    // A project that has no file yet has no name to relate to.
+    const bool hasFile = !project->KVProjectFileName->FileName().empty();
+    doc->RootNode().SetAttribute("RelatedProject",
+                                 hasFile ? kv::ToRelativeFileName(*project->KVProjectFileName, file) : "");
     file.WriteAll(doc->Xml(), codepage::UTF8);
 
     auto contentFile = std::make_shared<KVContentFile>();

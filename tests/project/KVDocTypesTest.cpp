@@ -314,7 +314,6 @@ TEST_F(DocTypesTest, DocTypeKeepsTemplateTableOfContentsAndModelCommentsThroughS
 }
 
 TEST_F(DocTypesTest, CommentFilesAreWrittenForItemsAndFoundByTheirMonikers) {
-  project->KVProjectFileName->FileName(config.scratch("proj/p.kvp"));
   fs::create_directories(config.scratch("comments"));
   auto test = docType("kv.test");
   const auto item = [](const std::string& name) {
@@ -323,7 +322,17 @@ TEST_F(DocTypesTest, CommentFilesAreWrittenForItemsAndFoundByTheirMonikers) {
     return object;
   };
   const auto lib = item("Lib"), other = item("Other");
+  const auto rootOf = [](const std::string& fileName) {
+    XMLDocument written;
+    EXPECT_TRUE(written.LoadXML(FileSystem(fileName).ReadAll()));
+    return std::pair(written.RootNode().Name(), written.RootNode().Attributes().ValueOr("RelatedProject"));
+  };
+  // Before the project has a file there is no project to relate to.
+  const auto otherFile = test->CreateNewCommentFileForItem(other, config.scratch("comments/other.kvc"));
+  ASSERT_NE(otherFile, nullptr);
+  EXPECT_EQ(rootOf(otherFile->FileName), std::pair(std::string("KavrelComments"), std::string()));
 
+  project->KVProjectFileName->FileName(config.scratch("proj/p.kvp"));
   const auto libFile = test->CreateNewCommentFileForItem(lib, config.scratch("comments/lib.kvc"));
   ASSERT_NE(libFile, nullptr);
   EXPECT_EQ(libFile->FileName, config.scratch("comments/lib.kvc"));
@@ -331,14 +340,10 @@ TEST_F(DocTypesTest, CommentFilesAreWrittenForItemsAndFoundByTheirMonikers) {
   EXPECT_EQ(libFile->ItemMoniker, "test:Lib");
   EXPECT_EQ(libFile->KVProject.lock(), project);
   EXPECT_EQ(project->CommentFiles->Count(), 0);  // the caller adds it
-  XMLDocument written;
-  ASSERT_TRUE(written.LoadXML(FileSystem(libFile->FileName).ReadAll()));
-  EXPECT_EQ(written.RootNode().Name(), "KavrelComments");
-  EXPECT_EQ(written.RootNode().Attributes().ValueOr("Moniker"), "test:Lib");
-  EXPECT_EQ(written.RootNode().Attributes().ValueOr("RelatedProject"), "../proj/p.kvp");
+  EXPECT_EQ(rootOf(libFile->FileName), std::pair(std::string("KavrelComments"), std::string("../proj/p.kvp")));
 
+  project->CommentFiles->Add(otherFile);
   project->CommentFiles->Add(libFile);
-  project->CommentFiles->Add(test->CreateNewCommentFileForItem(other, config.scratch("comments/other.kvc")));
   project->Dirty(false);
   const auto found = test->ItemCommentFiles(lib);
   ASSERT_EQ(found->Count(), 1);
