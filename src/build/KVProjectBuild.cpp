@@ -354,7 +354,7 @@ std::string KVProjectBuild::LogLinks() {
 
 void KVProjectBuild::AddToLog(const std::string& Text, const std::string& Graphic) {
   guard(kModule, [&] {
-    if (!mKVProject) throw Failure(err::ObjectVariableNotSet, "Object variable or With block variable not set");
+    if (!mKVProject) throw ObjectNotSet();
     const std::string graphic = Graphic == "ok.bmp" ? "ok.gif" : Graphic;
     std::string badge;
     if (graphic.find("ok") != std::string::npos) {

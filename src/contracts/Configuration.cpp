@@ -325,6 +325,7 @@ void ModelComments::Save(XMLNode& e) const {
 }
 
 void ModelComments::Load(const XMLNode& e) {
+  mItems.Clear();
   for (const XMLNode& child : e.ChildNodes()) {
     if (!isElement(child, "ModelComment")) continue;
     auto comment = std::make_shared<ModelComment>();

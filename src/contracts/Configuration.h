@@ -253,7 +253,8 @@ class ModelComments {
 
   // Writes a "ModelComment" child for each comment below `e`, and the name as attribute "Name".
   void Save(XMLNode& e) const;
-  // Adds the comments of the "ModelComment" children of `e`.
+  // Replaces the comments by those of the "ModelComment" children of `e`, so that loading the
+  // same element again (as a plug-in reset does) keeps one copy of each.
   void Load(const XMLNode& e);
 
   void Subscribe(std::weak_ptr<ModelCommentsEvents> subscriber);

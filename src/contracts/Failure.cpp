@@ -5,4 +5,8 @@ namespace kv {
 Failure::Failure(long number, const std::string& description, std::source_location where)
     : std::runtime_error(description), mNumber(number), mWhere(where) {}
 
+Failure ObjectNotSet(std::source_location where) {
+  return Failure(err::ObjectVariableNotSet, "Object variable or With block variable not set", where);
+}
+
 }  // namespace kv

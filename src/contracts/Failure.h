@@ -41,4 +41,7 @@ class Failure : public std::runtime_error {
   std::source_location mWhere;
 };
 
+// The failure of using an object that is not there (number 91).
+Failure ObjectNotSet(std::source_location where = std::source_location::current());
+
 }  // namespace kv

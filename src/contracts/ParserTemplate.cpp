@@ -267,7 +267,6 @@ std::string ParserTemplate::ParseToString() {
 
 void ParserTemplate::render(std::shared_ptr<FileSystem>& file, std::string& out, Flush flush) {
   kv::DataProvider* provider = mDataProvider.get();
-  auto noProvider = [] { return Failure(err::ObjectVariableNotSet, "Object variable or With block variable not set"); };
   for (const Node& node : mNodes) {
     switch (node.kind) {
       case Node::Kind::Text: out.append(node.text); break;
@@ -277,7 +276,7 @@ void ParserTemplate::render(std::shared_ptr<FileSystem>& file, std::string& out,
       case Node::Kind::Property: {
         std::string value;
         try {
-          if (!provider) throw noProvider();
+          if (!provider) throw ObjectNotSet();
           value = provider->GetProperty(node.text);
         } catch (...) {
           value = failureText(5, " FETCHING PROPERTY!");
@@ -296,7 +295,7 @@ void ParserTemplate::render(std::shared_ptr<FileSystem>& file, std::string& out,
         ParserElement element = node.element;
         std::string value;
         try {
-          if (!provider) throw noProvider();
+          if (!provider) throw ObjectNotSet();
           value = provider->ProvideData(element, file);
         } catch (...) {
           value = failureText(node.kind == Node::Kind::Tag ? 2 : 7, " FETCHING ELEMENT!");

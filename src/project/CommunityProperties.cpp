@@ -15,4 +15,8 @@ void CommunityProperties::Save(XMLNode& e) const {
   mContent.Write(e);
 }
 
+bool CommunityProperties::IsEnabled() const {
+  return mContent.Attribute("Enabled") == "True";
+}
+
 }  // namespace kv

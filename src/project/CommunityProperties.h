@@ -13,6 +13,8 @@ class CommunityProperties {
   void Load(const XMLNode& e);
   // Writes what was loaded; the caller sets the project's own attributes on `e`.
   void Save(XMLNode& e) const;
+  // Whether the community extensions are switched on: the element's "Enabled" is "True".
+  bool IsEnabled() const;
 
  private:
   StoredElement mContent;

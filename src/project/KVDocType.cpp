@@ -2,12 +2,17 @@
 
 #include <filesystem>
 
+#include "comments/KVContentFiles.h"
 #include "contracts/ClassRegistry.h"
 #include "contracts/FileSystem.h"
 #include "contracts/XmlDocument.h"
+#include "project/CommunityProperties.h"
 #include "project/INamespaceProvider.h"
 #include "project/KVProject.h"
+#include "project/KVPropertyBag.h"
+#include "project/VariableValues.h"
 #include "services/FailureHandler.h"
+#include "services/modMain.h"
 
 namespace kv {
 namespace {
@@ -100,7 +105,7 @@ long KVDocType::BinaryItemCount() {
 long KVDocType::ItemCount() {
   const auto plugIn = ProjectPlugIn();
   const ObjectPtr rootItems = plugIn ? plugIn->RootItems() : nullptr;
-  if (!rootItems) throw Failure(err::ObjectVariableNotSet, "Object variable or With block variable not set");
+  if (!rootItems) throw ObjectNotSet();
   return long(rootItems->get("Count").toInteger());
 }
 
@@ -142,6 +147,43 @@ std::shared_ptr<INamespaceProvider> KVDocType::NamespaceProvider() {
   return project->GetNamespaceProvider(defs->Item(1)->Handler);
 }
 
+std::shared_ptr<KVContentFile> KVDocType::CreateNewCommentFileForItem(const ObjectPtr& Item,
+                                                                      const std::string& FileName) {
+  return guard<std::shared_ptr<KVContentFile>>(kModule, [&] {
+    auto project = KVProject.lock();
+    const auto provider = NamespaceProvider();
+    if (!project || !provider) throw ObjectNotSet();
+    const std::string moniker = provider->MonikerForItem(Item);
+    const auto doc = ProjectPlugIn()->CreateCommentFileForMoniker(FileName, moniker);
+    if (!doc) throw ObjectNotSet();
+    FileSystem file(FileName);
+    // A project that has no file yet has no name to relate to.
+    const bool hasFile = !project->KVProjectFileName->FileName().empty();
+    doc->RootNode().SetAttribute("RelatedProject",
+                                 hasFile ? kv::ToRelativeFileName(*project->KVProjectFileName, file) : "");
+    file.WriteAll(doc->Xml(), codepage::UTF8);
+
+    auto contentFile = std::make_shared<KVContentFile>();
+    contentFile->KVProject = project;
+    contentFile->FileName = file.FileName();
+    contentFile->DocType = Name();
+    contentFile->ItemMoniker = moniker;
+    return contentFile;
+  });
+}
+
+std::shared_ptr<KVContentFiles> KVDocType::ItemCommentFiles(const ObjectPtr& Item) {
+  return guard<std::shared_ptr<KVContentFiles>>(kModule, [&] {
+    auto project = KVProject.lock();
+    const auto plugIn = ProjectPlugIn();
+    if (!project || !plugIn) throw ObjectNotSet();
+    auto files = std::make_shared<KVContentFiles>();
+    for (const auto& file : *project->CommentFiles)
+      if (plugIn->IsItemSameAsMoniker(Item, file->ItemMoniker).toBool()) files->Add(file);
+    return files;
+  });
+}
+
 void KVDocType::Save(XMLNode& e) {
   guard(kModule, [&] {
     e.SetAttribute("Name", Name());
@@ -174,7 +216,8 @@ void KVDocType::Load(const XMLNode& e) {
 void KVDocType::PrepNamespaceDefs(NamespaceDef& def) {
   auto project = KVProject.lock();
   if (def.Selectable) {
-    def.IncludeFlag = project && project->IsNamespaceIncluded(def.Name, def.DefaultInclude);
+    def.IncludeFlag = project && project->IncludedNamespaceNames->PropertyValue(
+                                     def.Name, def.DefaultInclude ? "True" : "False") == "True";
   } else {
     def.IncludeFlag = true;
   }
@@ -194,7 +237,11 @@ void KVDocType::BeforeBuild() {
     ProjectPlugIn()->BeforeBuild();
     CopySupportFiles(tmpl, false);
     if (project)
-      for (const auto& variable : tmpl->VariableDefs) project->AddDefaultVariableValue(variable.Name);
+      for (const auto& variable : tmpl->VariableDefs) {
+        if (project->VariableValues->Exists(variable.Name)) continue;
+        // The record is added empty and only then flagged, as setting a value clears the flag.
+        project->CreateVariableValue(variable.Name, "")->IsDefaultValue = true;
+      }
   });
 }
 
@@ -233,7 +280,7 @@ void KVDocType::CopySupportFiles(const std::shared_ptr<kv::Template>& Template, 
       if (text::equalsIgnoreCase(file.filename().string(), "designtime.css")) continue;
       if (text::equalsIgnoreCase(file.extension().string(), ".scc")) continue;
       if (text::equalsIgnoreCase(file.parent_path().filename().string(), "community") && !DesignTime &&
-          !project->CommunityExtensionsOn())
+          !project->CommunityProperties->IsEnabled())
         continue;
       if (endsWith(fileFolder, "designtime/") && !DesignTime) continue;
 

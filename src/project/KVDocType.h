@@ -13,6 +13,8 @@
 namespace kv {
 
 class KVProject;
+class KVContentFile;
+class KVContentFiles;
 class XMLNode;
 class INamespaceProvider;
 
@@ -59,6 +61,11 @@ class KVDocType : public std::enable_shared_from_this<KVDocType> {
   // The templates that can serve the current root items.
   kv::Templates ValidTemplates();
   std::shared_ptr<INamespaceProvider> NamespaceProvider();
+  // Writes a new comment file for `Item` (the plug-in makes the document) and returns its entry,
+  // which the caller adds to the project's comment files.
+  std::shared_ptr<KVContentFile> CreateNewCommentFileForItem(const ObjectPtr& Item, const std::string& FileName);
+  // The project's comment files that belong to `Item`, as the plug-in tells by their monikers.
+  std::shared_ptr<KVContentFiles> ItemCommentFiles(const ObjectPtr& Item);
   std::string Description() const;
 
   bool SomethingToDocument();

@@ -8,6 +8,7 @@
 #include "comments/KVContentFiles.h"
 #include "contracts/ClassRegistry.h"
 #include "contracts/Configuration.h"
+#include "contracts/UnicodeHelpers.h"
 #include "project/AdditionalFiles.h"
 #include "project/CommunityProperties.h"
 #include "project/DatabaseProperties.h"
@@ -230,6 +231,11 @@ std::optional<kv::Locale> KVProject::Locale() const {
 
 float KVProject::FileVersionNumeric() const {
   return float(leadingNumber(FileVersion));
+}
+
+std::optional<kv::Locale> KVProject::Locale() const {
+  if (mLocaleID == 0) return std::nullopt;
+  return UnicodeHelpers::LocaleFromID(mLocaleID);
 }
 
 // --- Doc types ------------------------------------------------------------------------------

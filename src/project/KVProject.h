@@ -209,6 +209,8 @@ class KVProject : public Object {
 
   // --- Derived values ----------------------------------------------------------------------
   float FileVersionNumeric() const;
+  // The locale of LocaleID; nothing while LocaleID is 0 (the system's locale applies).
+  std::optional<kv::Locale> Locale() const;
   std::string ProjectFileNameNoPathOrExtension();
   bool SomethingToDocument() const;
   long SourceItemCount() const;
@@ -282,12 +284,6 @@ class KVProject : public Object {
   // For plug-ins that add files to the output: tells the current template's provider, then
   // raises ContentCreated.
   void OtherContentCreated(const std::string& FileName);
-  // Whether the included namespace names switch a selectable namespace on.
-  bool IsNamespaceIncluded(const std::string& Name, bool DefaultInclude) const;
-  // Adds a default record for a template variable that the project does not have.
-  void AddDefaultVariableValue(const std::string& Name);
-  // Whether the community extensions are switched on.
-  bool CommunityExtensionsOn() const;
 
  private:
   template <class T, class V>

@@ -35,6 +35,8 @@ void KVProject::ResetPlugIns() {
     DocTypes->ResetPlugIns();
     ignoreFailure([&] { doc.RootNode().SetAttribute("DirectLoad", DirectLoad ? "True" : "False"); });
     DocTypes->LoadFromKVProjectXML(doc);
+    // The reloaded plug-ins hold new items, which must learn their exclusions again.
+    ApplyNamespaceExclusions();
   });
 }
 
@@ -47,16 +49,6 @@ void KVProject::OtherContentCreated(const std::string& FileName) {
         provider->PageOutput(nullptr, nullptr, FileName, false, false);
     FireContentCreated(FileName);
   });
-}
-
-bool KVProject::IsNamespaceIncluded(const std::string& /*Name*/, bool DefaultInclude) const {
-  return DefaultInclude;
-}
-
-void KVProject::AddDefaultVariableValue(const std::string& /*Name*/) {}
-
-bool KVProject::CommunityExtensionsOn() const {
-  return false;
 }
 
 }  // namespace kv

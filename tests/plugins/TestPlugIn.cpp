@@ -1,7 +1,7 @@
 // A plug-in library for the tests, built as a shared library and loaded from a configuration
 // folder's "plugins/" exactly as an installed plug-in is. Its project plug-in keeps root items
-// ("Root" children of its "TestPlugIn" element in the project file) and writes every call it
-// gets to a log that tests read through the late-bound member "CallLog".
+// ("Root" children of its "TestPlugIn" element in the project file, which names its doc type) and
+// writes every call it gets to a log that tests read through the late-bound member "CallLog".
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -12,6 +12,7 @@
 #include "contracts/XmlDocument.h"
 #include "project/IKVProjectPlugIn.h"
 #include "project/INamespaceProvider.h"
+#include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 
 namespace {
@@ -50,7 +51,11 @@ class TestProjectPlugIn : public Object, public IKVProjectPlugIn {
 
   void SaveXML(XMLDocument& doc) override {
     mLog.push_back("SaveXML");
+    // The doc type's own element is the last one in: it names whose roots these are.
+    const XMLNodes children = doc.RootNode().ChildNodes();
+    const std::string docType = children.Item(children.Count()).Attributes().ValueOr("Name");
     XMLNode own = doc.RootNode().AddChild("TestPlugIn");
+    own.SetAttribute("DocType", docType);
     for (const auto& root : mRoots) {
       XMLNode e = own.AddChild("Root");
       e.SetAttribute("Name", root.name);
@@ -61,8 +66,12 @@ class TestProjectPlugIn : public Object, public IKVProjectPlugIn {
     // The document as this plug-in finds it: does its doc type's element come first?
     const XMLNode root = doc.RootNode();
     mLog.push_back("LoadXML(DirectLoad=" + root.Attributes().ValueOr("DirectLoad") + ")");
+    const std::string docType = OwnDocTypeName();
     for (const XMLNode& own : root.ChildNodes()) {
       if (!text::equalsIgnoreCase(own.Name(), "TestPlugIn")) continue;
+      // An element without a doc type (written by hand) serves every test plug-in.
+      const std::string owner = own.Attributes().ValueOr("DocType");
+      if (!owner.empty() && owner != docType) continue;
       for (const XMLNode& e : own.ChildNodes())
         mRoots.push_back({e.Attributes().ValueOr("Name"), e.Attributes().ValueOr("Kind")});
     }
@@ -103,10 +112,17 @@ class TestProjectPlugIn : public Object, public IKVProjectPlugIn {
     return doc;
   }
   Variant IsItemSameAsMoniker(const ObjectPtr& item, const std::string& moniker) override {
-    return item && item->get("Name").toString() == moniker;
+    return item && "test:" + item->get("Name").toString() == moniker;  // as the provider names it
   }
 
  private:
+  std::string OwnDocTypeName() const {
+    if (const auto project = mProject.lock())
+      for (const auto& docType : *project->DocTypes)
+        if (docType->ProjectPlugIn().get() == this) return docType->Name();
+    return {};
+  }
+
   struct Root {
     std::string name, kind;
   };

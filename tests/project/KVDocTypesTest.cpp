@@ -2,12 +2,16 @@
 
 #include <filesystem>
 
+#include "comments/KVContentFiles.h"
 #include "contracts/XmlDocument.h"
+#include "project/CommunityProperties.h"
 #include "project/INamespaceProvider.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 #include "project/KVProjectEvents.h"
+#include "project/KVPropertyBag.h"
 #include "project/PlugInLoader.h"
+#include "project/VariableValues.h"
 #include "support/RecordingHost.h"
 #include "support/TestConfiguration.h"
 
@@ -29,6 +33,8 @@ const char* kMain = R"(<KavrelConfiguration>
 const char* kAlpha = R"(<Template Name="Alpha">
   <DocType Name="kv.test"/><DocType Name="kv.other"/>
   <ItemType Name="source"/>
+  <Variable Name="Company" Default="Velmora"/><Variable Name="Year" Default="2024"/>
+  <TOC Name="Flat"><NodeDef Name="Top" Caption="All"/></TOC>
   <Namespace Name="KV:Module" Handler="KVTest.Provider">
     <Namespace Name="KV:Method" Selectable="True" DefaultInclude="False"/>
   </Namespace>
@@ -43,6 +49,8 @@ const char* kBeta = R"(<Template Name="Beta">
 
 struct RecordingEvents : KVProjectEvents {
   std::vector<std::string> buildErrors, created, statuses;
+  int exclusionsChanged = 0;
+  void NamespaceExclusionsChanged() override { ++exclusionsChanged; }
   void BuildError(const std::string& text, KVErrorLevel) override { buildErrors.push_back(text); }
   void ContentCreated(const std::string& fileName) override { created.push_back(fileName); }
   void ProgressPostBuildStatus(std::string& status) override { statuses.push_back(status); }
@@ -219,12 +227,149 @@ TEST_F(DocTypesTest, NamespaceProvidersAreSharedAndCreationIsTriedAgainAfterAFai
   EXPECT_EQ(project->GetNamespaceProvider("KVMissing.Provider"), nullptr);
 }
 
-TEST_F(DocTypesTest, ResettingPlugInsReloadsThemAndKeepsTheDirtyState) {
-  project->Dirty(true);
+std::shared_ptr<ModelComment> modelComment(const std::string& text) {
+  auto comment = std::make_shared<ModelComment>();
+  comment->ItemKind = "KV:Method";
+  comment->ItemName = "*";
+  comment->Text = text;
+  return comment;
+}
+
+TEST_F(DocTypesTest, ResettingPlugInsKeepsTheProjectsContentAndReappliesExclusions) {
+  addRoot("kv.test", "one.h", "source");
+  addRoot("kv.test", "two.h", "source");
+  auto test = docType("kv.test");
+  test->Template(installed("Beta"));
+  test->UseHelpTemplates = true;
+  test->ModelComments->Add(modelComment("Does it."));
+  project->NamespaceExclusions->Add("one.h", "one.h");
   project->DirectLoad = false;
+  const std::string before = project->Save();
+
   project->ResetPlugIns();
+  EXPECT_TRUE(log("kv.test").ends_with(",SaveXML,Reset,LoadXML(DirectLoad=False)")) << log("kv.test");
+  EXPECT_EQ(test->SourceItemCount(), 2);
+  EXPECT_EQ(test->ModelComments->Count(), 1);
+  EXPECT_EQ(project->Save(), before);
+  EXPECT_EQ(events->exclusionsChanged, 1);
   EXPECT_TRUE(project->Dirty());
-  EXPECT_EQ(log("kv.test"), "Initialise,Reset,LoadXML(DirectLoad=False)");
+
+  // An exclusion that the reloaded plug-ins cannot resolve is dropped; the dirty state stays.
+  project->NamespaceExclusions->Add("gone.h", "gone.h");
+  project->Dirty(false);
+  project->ResetPlugIns();
+  ASSERT_EQ(project->NamespaceExclusions->Count(), 1);
+  EXPECT_EQ(project->NamespaceExclusions->Item(1), "one.h");
+  EXPECT_EQ(events->exclusionsChanged, 2);
+  EXPECT_FALSE(project->Dirty());
+}
+
+TEST_F(DocTypesTest, DocTypeKeepsTemplateTableOfContentsAndModelCommentsThroughSaveAndLoad) {
+  auto test = docType("kv.test"), other = docType("kv.other");
+  test->Template(installed("Alpha"));
+  test->UseHelpTemplates = true;
+  test->TOCSource->Source(tsTemplateSpecific);
+  test->TOCSource->SpecificTOCName("Flat");
+  test->ModelComments->Add(modelComment("Does it."));
+  auto custom = std::make_shared<TOCDefinition>();
+  for (const char* name : {"Root", "Leaf"}) {
+    auto node = std::make_shared<NodeDef>();
+    node->Name = name;
+    node->Caption = "Ä " + std::string(name);
+    if (node->Name == "Leaf") node->ParentName = "Root";
+    custom->NodeDefs.Add(node, node->Name);
+  }
+  other->TOCSource->CustomTOCDefinition(custom);
+  other->TOCSource->Source(tsCustom);
+
+  const auto saveBoth = [](KVProject& from) {
+    XMLDocument doc;
+    doc.RootNode().Name("KavrelProject");
+    for (const char* name : {"kv.test", "kv.other"}) {
+      XMLNode e = doc.RootNode().AddChild("DocType");
+      from.DocTypes->Item(name)->Save(e);
+    }
+    return doc;
+  };
+  XMLDocument doc = saveBoth(*project);
+  auto fresh = KVProject::New();
+  fresh->DocTypes->LoadFromKVProjectXMLEx(doc, false);
+  const auto loaded = fresh->DocTypes->Item("kv.test");
+  EXPECT_EQ(loaded->Template(), installed("Alpha"));
+  EXPECT_TRUE(loaded->UseHelpTemplates);
+  EXPECT_EQ(loaded->TOCSource->Source(), tsTemplateSpecific);
+  EXPECT_EQ(loaded->TOCSource->TOCDefinition(), installed("Alpha")->TOCDefinitions.Item("Flat"));
+  ASSERT_EQ(loaded->ModelComments->Count(), 1);
+  EXPECT_EQ(loaded->ModelComments->Item(1)->Text, "Does it.");
+  const auto loadedCustom = fresh->DocTypes->Item("kv.other")->TOCSource->TOCDefinition();
+  ASSERT_EQ(loadedCustom->NodeDefs.Count(), 2);
+  EXPECT_EQ(loadedCustom->NodeDefs.Item("Leaf")->ParentNode.lock(), loadedCustom->NodeDefs.Item("Root"));
+  EXPECT_EQ(loadedCustom->NodeDefs.Item("Leaf")->Caption, "Ä Leaf");
+  EXPECT_EQ(saveBoth(*fresh).Xml(), doc.Xml());
+
+  // Loading the same elements again leaves one copy of each model comment.
+  fresh->DocTypes->LoadFromKVProjectXMLEx(doc, false);
+  EXPECT_EQ(loaded->ModelComments->Count(), 1);
+  fresh->Terminate();
+}
+
+TEST_F(DocTypesTest, CommentFilesAreWrittenForItemsAndFoundByTheirMonikers) {
+  fs::create_directories(config.scratch("comments"));
+  auto test = docType("kv.test");
+  const auto item = [](const std::string& name) {
+    auto object = std::make_shared<DynamicObject>("TestRoot");
+    object->field("Name", name);
+    return object;
+  };
+  const auto lib = item("Lib"), other = item("Other");
+  const auto rootOf = [](const std::string& fileName) {
+    XMLDocument written;
+    EXPECT_TRUE(written.LoadXML(FileSystem(fileName).ReadAll()));
+    return std::pair(written.RootNode().Name(), written.RootNode().Attributes().ValueOr("RelatedProject"));
+  };
+  // Before the project has a file there is no project to relate to.
+  const auto otherFile = test->CreateNewCommentFileForItem(other, config.scratch("comments/other.kvc"));
+  ASSERT_NE(otherFile, nullptr);
+  EXPECT_EQ(rootOf(otherFile->FileName), std::pair(std::string("KavrelComments"), std::string()));
+
+  project->KVProjectFileName->FileName(config.scratch("proj/p.kvp"));
+  const auto libFile = test->CreateNewCommentFileForItem(lib, config.scratch("comments/lib.kvc"));
+  ASSERT_NE(libFile, nullptr);
+  EXPECT_EQ(libFile->FileName, config.scratch("comments/lib.kvc"));
+  EXPECT_EQ(libFile->DocType, "kv.test");
+  EXPECT_EQ(libFile->ItemMoniker, "test:Lib");
+  EXPECT_EQ(libFile->KVProject.lock(), project);
+  EXPECT_EQ(project->CommentFiles->Count(), 0);  // the caller adds it
+  EXPECT_EQ(rootOf(libFile->FileName), std::pair(std::string("KavrelComments"), std::string("../proj/p.kvp")));
+
+  project->CommentFiles->Add(otherFile);
+  project->CommentFiles->Add(libFile);
+  project->Dirty(false);
+  const auto found = test->ItemCommentFiles(lib);
+  ASSERT_EQ(found->Count(), 1);
+  EXPECT_EQ(found->Item(1), libFile);
+  EXPECT_EQ(test->ItemCommentFiles(item("None"))->Count(), 0);
+  EXPECT_FALSE(project->Dirty());
+}
+
+TEST_F(DocTypesTest, BeforeBuildFollowsTheIncludedNamespacesAndAddsMissingVariables) {
+  addRoot("kv.test", "a.h", "source");
+  project->OutputFolder(config.scratch("out"));
+  project->CreateVariableValue("Year", "1999");
+  const auto method = docType("kv.test")->Template()->NamespaceDefs.Item(1)->ChildNamespaceDefs.Item("KV:Method");
+  for (const char* included : {"True", "False"}) {
+    project->IncludedNamespaceNames->PropertyValue("KV:Method", "", included);
+    docType("kv.test")->BeforeBuild();
+    EXPECT_EQ(method->IncludeFlag, std::string(included) == "True");
+  }
+
+  ASSERT_EQ(project->VariableValues->Count(), 2);
+  const auto company = project->VariableValues->Item("Company");
+  EXPECT_EQ(company->Value(), "");
+  EXPECT_TRUE(company->IsDefaultValue);
+  EXPECT_EQ(project->VariableValues->Item("Year")->Value(), "1999");
+  EXPECT_FALSE(project->VariableValues->Item("Year")->IsDefaultValue);
+  EXPECT_EQ(project->Save().find("\"Company\""), std::string::npos);  // defaults are not saved
 }
 
 TEST_F(DocTypesTest, BeforeBuildPreparesDefinitionsAndCopiesSupportFiles) {
@@ -246,15 +391,16 @@ TEST_F(DocTypesTest, BeforeBuildPreparesDefinitionsAndCopiesSupportFiles) {
   EXPECT_TRUE(module->IncludeFlag);                               // not selectable: always included
   EXPECT_FALSE(module->ChildNamespaceDefs.Item(1)->IncludeFlag);  // selectable: its default
   EXPECT_EQ(tmpl->Language(), "German");
-  EXPECT_EQ(log("kv.test"), "Initialise,ProjectChanged,ProjectChanged,BeforeBuild");
-  EXPECT_EQ(log("kv.other"), "Initialise,ProjectChanged,ProjectChanged");  // not populated
+  // The template's variables are new to the project: their records are a change.
+  EXPECT_EQ(log("kv.test"), "Initialise,ProjectChanged,ProjectChanged,BeforeBuild,ProjectChanged,ProjectChanged");
+  EXPECT_EQ(log("kv.other"), "Initialise,ProjectChanged,ProjectChanged,ProjectChanged,ProjectChanged");
   EXPECT_TRUE(fs::exists(config.scratch("out/styles/page.css")));
   EXPECT_FALSE(fs::exists(config.scratch("out/template.xml")));
   EXPECT_FALSE(fs::exists(config.scratch("out/Phrases")));
   EXPECT_FALSE(fs::exists(config.scratch("out/HTMLScraps")));
   EXPECT_EQ(events->created, std::vector<std::string>{config.scratch("out/styles/page.css")});
   project->DocTypes->AfterBuild();
-  EXPECT_EQ(log("kv.test"), "Initialise,ProjectChanged,ProjectChanged,BeforeBuild,AfterBuild");
+  EXPECT_TRUE(log("kv.test").ends_with(",BeforeBuild,ProjectChanged,ProjectChanged,AfterBuild"));
 }
 
 class SupportFilesTest : public DocTypesTest {
@@ -292,6 +438,15 @@ TEST_F(SupportFilesTest, TheTemplatesMachineryIsNotCopied) {
   EXPECT_TRUE(fs::exists(out("designtime/d.js")));
   EXPECT_TRUE(fs::exists(out("images/designtime/e.gif")));
   EXPECT_FALSE(fs::exists(out("designtime.css")));
+}
+
+TEST_F(SupportFilesTest, CommunityFilesAreCopiedWhenTheCommunitySettingsAreEnabled) {
+  XMLDocument doc;
+  ASSERT_TRUE(doc.LoadXML(R"(<CommunityExtensions CommunityProjectKey="k" Enabled="True"/>)"));
+  project->CommunityProperties->Load(doc.RootNode());
+  docType("kv.test")->CopySupportFiles(tmpl);
+  EXPECT_TRUE(fs::exists(out("community/c.js")));
+  EXPECT_FALSE(fs::exists(out("designtime/d.js")));
 }
 
 TEST_F(SupportFilesTest, FilesAlreadyThereAreReplacedOnlyWhenAlwaysCopying) {

@@ -185,6 +185,13 @@ TEST_F(ProjectTest, GroupNameFallsBackOnTheProjectFile) {
   EXPECT_EQ(project->ProjectGroupName(), "Named");
 }
 
+TEST_F(ProjectTest, LocaleIsThatOfTheLocaleIdAndNoneForZero) {
+  EXPECT_FALSE(project->Locale().has_value());
+  project->LocaleID(1031);
+  ASSERT_TRUE(project->Locale().has_value());
+  EXPECT_EQ(project->Locale()->Name, "de-DE");
+}
+
 TEST_F(ProjectTest, SilentMessageBoxesAnswerWithoutAskingAndReportTheText) {
   project->Silent = true;
   EXPECT_EQ(project->ShowMessageBox("Replace?", mb::YesNo, "t"), mb::No);

@@ -517,5 +517,54 @@ TEST_F(ProjectFile, OldModelCommentsGoToTheFirstDocTypeThatKnowsTheirNamespace) 
   EXPECT_EQ(netComments.Item(1)->Text, "x");
 }
 
+// Two doc types, each served by a template of its own, for the template names of old files.
+class LegacyTemplateNames : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    config.write("kavrel.xml", R"(<KavrelConfiguration>
+      <DocType Name="kv.guide" PlugIn="KVTest.ProjectPlugIn"/>
+      <DocType Name="kv.reference" PlugIn="KVTest.ProjectPlugIn"/></KavrelConfiguration>)");
+    config.write("Templates/Guide/template.xml", R"(<Template Name="Guide">
+      <DocType Name="kv.guide"/><ItemType Name="source"/><TOC Name="Contents"><NodeDef Name="Top"/></TOC>
+      </Template>)");
+    config.write("Templates/Reference/template.xml", R"(<Template Name="Reference">
+      <DocType Name="kv.reference"/><ItemType Name="source"/><TOC Name="ByName"><NodeDef Name="Top"/></TOC>
+      </Template>)");
+  }
+
+  test::TempFolder temp;
+  test::TestConfiguration config;
+  test::ScopedRecordingHost host;
+};
+
+TEST_F(LegacyTemplateNames, GoToTheDocTypeOfTheNamedTemplateAndAreSavedInItsElement) {
+  const std::string path = temp.path("templates-3.0.kvp");
+  writeFile(path, readFile(std::string(KV_TEST_DATA_DIR) + "/project/templates-3.0.kvp"));
+  auto project = KVProject::New();
+  project->LoadFromFile(path);
+  EXPECT_TRUE(host.messages().empty());  // an unknown template is skipped without a word
+  const auto check = [](KVProject& loaded) {
+    const auto guide = loaded.DocTypes->Item("kv.guide"), reference = loaded.DocTypes->Item("kv.reference");
+    EXPECT_FALSE(guide->UseHelpTemplates);
+    EXPECT_EQ(guide->TOCSource->Source(), tsTemplateDefault);
+    EXPECT_TRUE(reference->UseHelpTemplates);
+    EXPECT_EQ(reference->TOCSource->Source(), tsTemplateSpecific);
+    EXPECT_EQ(reference->TOCSource->TOCDefinition(),
+              ConfigurationRoot::instance().Templates().Item("Reference")->TOCDefinitions.Item("ByName"));
+    EXPECT_EQ(loaded.DocTypes->HelpTemplatesFrom(), reference);
+  };
+  check(*project);
+
+  const std::string saved = project->Save();
+  EXPECT_NE(saved.find(R"(<DocType Name="kv.reference" Template="Reference" UseHelpTemplates="True">)"),
+            std::string::npos);
+  EXPECT_NE(saved.find(R"(<TOCSource TOCSource="2" SpecificTOCName="ByName"/>)"), std::string::npos);
+  auto again = KVProject::New();
+  again->Load(saved);
+  check(*again);
+  again->Terminate();
+  project->Terminate();
+}
+
 }  // namespace
 }  // namespace kv
