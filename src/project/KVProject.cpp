@@ -233,11 +233,6 @@ float KVProject::FileVersionNumeric() const {
   return float(leadingNumber(FileVersion));
 }
 
-std::optional<kv::Locale> KVProject::Locale() const {
-  if (mLocaleID == 0) return std::nullopt;
-  return UnicodeHelpers::LocaleFromID(mLocaleID);
-}
-
 // --- Doc types ------------------------------------------------------------------------------
 
 bool KVProject::SomethingToDocument() const {

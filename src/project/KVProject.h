@@ -127,8 +127,6 @@ class KVProject : public Object {
   void PlugInNamespace(const std::string& v) { Set(mPlugInNamespace, v); }
   long LocaleID() const { return mLocaleID; }
   void LocaleID(long v) { Set(mLocaleID, v); }
-  // The locale of LocaleID; nothing while LocaleID is 0.
-  std::optional<kv::Locale> Locale() const;
   bool ExcludeFiltersRegExp() const { return mExcludeFiltersRegExp; }
   void ExcludeFiltersRegExp(bool v) { Set(mExcludeFiltersRegExp, v); }
   std::string OutputFileExtension() const { return mOutputFileExtension; }
