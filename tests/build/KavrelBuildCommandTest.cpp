@@ -6,44 +6,31 @@
 #include <fstream>
 #include <sstream>
 
-#include "services/Process.h"
-#include "support/ScopedEnvironment.h"
-#include "support/TempFolder.h"
+#include "support/Files.h"
+#include "support/KavrelProgram.h"
 
 namespace kv {
 namespace {
+
+using test::readFile;
 
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-std::string readFile(const std::string& path) {
-  std::ifstream in(path);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-class KavrelBuildCommand : public ::testing::Test {
+class KavrelBuildCommand : public ::testing::Test, public test::KavrelProgram {
  protected:
   void SetUp() override {
     fs::copy(fs::path(KV_SOURCE_CONFIG_DIR).parent_path() / "examples/hello", temp.path("hello"),
              fs::copy_options::recursive);
   }
-  ProcessResult kavrel(std::vector<std::string> args) {
-    args.insert(args.begin(), KV_KAVREL_EXE);
-    return RunProcess(args, temp.path());
-  }
 
-  test::TempFolder temp;
-  test::ScopedEnvironment config{"KAVREL_CONFIG_DIR", KV_SOURCE_CONFIG_DIR};
-  test::ScopedEnvironment settings{"KAVREL_SETTINGS_DIR", temp.path("settings")};
   std::string project = temp.path("hello/hello.kvp");
   std::string out = temp.path("out");
 };
 
 TEST_F(KavrelBuildCommand, PlainHtmlBuildWritesTheResultsPage) {
-  const ProcessResult r = kavrel({"build", project, "--output", out, "--no-compile"});
+  const ProcessResult r = run({"build", project, "--output", out, "--no-compile"});
   ASSERT_TRUE(r.Started);
   EXPECT_EQ(r.ExitCode, 0) << r.Output;
   EXPECT_THAT(r.Output, HasSubstr("------ Build started: Project: hello.kvp, Title: Hello Kavrel ------\n"));
@@ -64,7 +51,7 @@ TEST_F(KavrelBuildCommand, FailedCompileExitsWithTwo) {
   text.replace(text.find("CompileHelpFile=\"False\""), 23, "CompileHelpFile=\"True\"");
   std::ofstream(project) << text;
   const std::string results = temp.path("pages/results.html");
-  const ProcessResult r = kavrel({"build", project, "--output", out, "--results", results});
+  const ProcessResult r = run({"build", project, "--output", out, "--results", results});
   EXPECT_EQ(r.ExitCode, 2) << r.Output;
   EXPECT_THAT(r.Output, HasSubstr("Compile failed\n"));
   EXPECT_THAT(r.Output, HasSubstr("Help compiler output:\nThe help project '" + out + "/hello.hhp' was not found"));
@@ -74,18 +61,18 @@ TEST_F(KavrelBuildCommand, FailedCompileExitsWithTwo) {
 
 TEST_F(KavrelBuildCommand, MissingProjectExitsWithThree) {
   const std::string missing = temp.path("hello/missing.kvp");
-  const ProcessResult r = kavrel({"build", missing});
+  const ProcessResult r = run({"build", missing});
   EXPECT_EQ(r.ExitCode, 3);
   EXPECT_THAT(r.Output, HasSubstr("File '" + missing + "' could not be found"));
   EXPECT_THAT(r.Output, Not(HasSubstr("Build started")));
 }
 
 TEST_F(KavrelBuildCommand, VersionAndUsage) {
-  EXPECT_THAT(kavrel({"--version"}).Output, HasSubstr("kavrel 5."));
-  const ProcessResult help = kavrel({"build", "--help"});
+  EXPECT_THAT(run({"--version"}).Output, HasSubstr("kavrel 5."));
+  const ProcessResult help = run({"build", "--help"});
   EXPECT_EQ(help.ExitCode, 0);
   EXPECT_THAT(help.Output, HasSubstr("--no-compile"));
-  EXPECT_NE(kavrel({"build"}).ExitCode, 0);  // the project file is required
+  EXPECT_NE(run({"build"}).ExitCode, 0);  // the project file is required
 }
 
 }  // namespace

@@ -4,35 +4,24 @@
 #include <filesystem>
 #include <fstream>
 
-#include "services/Process.h"
-#include "support/ScopedEnvironment.h"
-#include "support/TempFolder.h"
+#include "support/Files.h"
+#include "support/KavrelProgram.h"
 
 namespace kv {
 namespace {
 
+using test::readFile;
+
 namespace fs = std::filesystem;
 
-std::string readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-class KavrelUpgradeCommand : public ::testing::Test {
+class KavrelUpgradeCommand : public ::testing::Test, public test::KavrelProgram {
  protected:
-  ProcessResult kavrel(std::vector<std::string> args) {
-    args.insert(args.begin(), KV_KAVREL_EXE);
-    return RunProcess(args, temp.path());
-  }
-  test::TempFolder temp;
-  test::ScopedEnvironment config{"KAVREL_CONFIG_DIR", KV_SOURCE_CONFIG_DIR};
-  test::ScopedEnvironment settings{"KAVREL_SETTINGS_DIR", temp.path("settings")};
 };
 
 TEST_F(KavrelUpgradeCommand, UpgradesInPlaceOrToANewNameAndPrintsTheMessages) {
   const std::string project = temp.path("old.kvp");
   fs::copy_file(std::string(KV_TEST_DATA_DIR) + "/project/settings-3.5.kvp", project);
-  const ProcessResult inPlace = kavrel({"upgrade", "old.kvp"});
+  const ProcessResult inPlace = run({"upgrade", "old.kvp"});
   EXPECT_EQ(inPlace.ExitCode, 0) << inPlace.Output;
   EXPECT_EQ(inPlace.Output,
             "Could not read one or more properties from the Kavrel project file. If you are loading a project file "
@@ -41,7 +30,7 @@ TEST_F(KavrelUpgradeCommand, UpgradesInPlaceOrToANewNameAndPrintsTheMessages) {
   EXPECT_NE(readFile(project).find("<KavrelProject Version=\"5.0\""), std::string::npos);
   EXPECT_NE(readFile(project + ".bak").find("<KavrelSettings"), std::string::npos);
 
-  const ProcessResult copy = kavrel({"upgrade", project, "--to", "new/copy.kvp"});
+  const ProcessResult copy = run({"upgrade", project, "--to", "new/copy.kvp"});
   EXPECT_EQ(copy.ExitCode, 0) << copy.Output;
   EXPECT_EQ(copy.Output, "");
   // Names are written for the new place; two folders up is written in full.
@@ -52,7 +41,7 @@ TEST_F(KavrelUpgradeCommand, UpgradesInPlaceOrToANewNameAndPrintsTheMessages) {
 }
 
 TEST_F(KavrelUpgradeCommand, FileThatCannotBeLoadedExitsWithOne) {
-  const ProcessResult missing = kavrel({"upgrade", "missing.kvp"});
+  const ProcessResult missing = run({"upgrade", "missing.kvp"});
   EXPECT_EQ(missing.ExitCode, 1);
   EXPECT_EQ(missing.Output, "File '" + temp.path("missing.kvp") + "' could not be found\n");
 }

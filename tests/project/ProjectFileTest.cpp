@@ -17,12 +17,16 @@
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"
 #include "project/XSDProperties.h"
+#include "support/Files.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 #include "support/TestConfiguration.h"
 
 namespace kv {
 namespace {
+
+using test::readFile;
+using test::writeFile;
 
 namespace fs = std::filesystem;
 
@@ -48,16 +52,6 @@ const char* kTemplate = R"(<Template Name="Standard" SingleItemTOC="Flat">
   <Namespace Name="KV:Fixed"/>
   <TOC Name="Flat"><NodeDef Name="Top" Caption="All"/></TOC>
 </Template>)";
-
-std::string readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void writeFile(const std::string& path, const std::string& text) {
-  fs::create_directories(fs::path(path).parent_path());
-  std::ofstream(path, std::ios::binary) << text;
-}
 
 std::vector<std::string> childNames(const XMLNode& node) {
   std::vector<std::string> names;

@@ -5,16 +5,15 @@
 #include <sstream>
 
 #include "project/ProjectUpgrade.h"
+#include "support/Files.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 
 namespace kv {
 namespace {
 
-std::string readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
+using test::readFile;
+using test::writeFile;
 
 class ProjectUpgrade : public ::testing::Test {
  protected:

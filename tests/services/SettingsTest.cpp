@@ -6,6 +6,7 @@
 #include "services/Root.h"
 #include "services/Settings.h"
 #include "services/modMain.h"
+#include "support/Files.h"
 #include "support/RecordingHost.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
@@ -13,12 +14,8 @@
 namespace kv {
 namespace {
 
-std::string readFile(const std::filesystem::path& file) {
-  std::ifstream in(file);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
+using test::readFile;
+using test::writeFile;
 
 class SettingsTest : public ::testing::Test {
  protected:
