@@ -37,14 +37,10 @@ std::string longDateAndTime(DateTime t) {
   return std::string(buffer, n);
 }
 
-// File times and the clock are compared to the second: the file system stamps files from a
-// coarser clock than the one we read, so a file written just after a start time can carry a
-// stamp a little before it.
-bool olderThan(DateTime fileTime, DateTime start) {
-  using std::chrono::floor;
-  using std::chrono::seconds;
-  return floor<seconds>(fileTime) < floor<seconds>(start);
-}
+// The file system stamps files from a coarser clock than the one we read, so a file written just
+// after a start time can carry a stamp a little before it: only a file more than a second older
+// than the start counts as older.
+bool olderThan(DateTime fileTime, DateTime start) { return fileTime < start - std::chrono::seconds(1); }
 
 bool isHelpVersion1(kv::KVProject& project) {
   return std::atol(project.HTMLHelpVersion().c_str()) == 1;
