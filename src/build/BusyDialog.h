@@ -4,7 +4,8 @@
 
 #include <memory>
 #include <string>
-#include <vector>
+
+#include "project/Subscribers.h"
 
 namespace kv {
 
@@ -38,24 +39,17 @@ class BusyDialog {
   virtual void Show() = 0;
   virtual void Hide() = 0;
 
-  void Subscribe(std::weak_ptr<BusyDialogEvents> subscriber) { mSubscribers.push_back(std::move(subscriber)); }
-  void Unsubscribe(const BusyDialogEvents* subscriber) {
-    std::erase_if(mSubscribers, [&](const auto& s) {
-      auto locked = s.lock();
-      return !locked || locked.get() == subscriber;
-    });
-  }
+  void Subscribe(std::weak_ptr<BusyDialogEvents> subscriber) { mSubscribers.Add(std::move(subscriber)); }
+  void Unsubscribe(const BusyDialogEvents* subscriber) { mSubscribers.Remove(subscriber); }
 
  protected:
   // Implementations call this when the user asks to cancel.
   void RaiseBeforeCancel(bool& Cancel) {
-    const auto subscribers = mSubscribers;
-    for (const auto& weak : subscribers)
-      if (auto subscriber = weak.lock()) subscriber->BeforeCancel(Cancel);
+    mSubscribers.Raise([&](BusyDialogEvents& e) { e.BeforeCancel(Cancel); });
   }
 
  private:
-  std::vector<std::weak_ptr<BusyDialogEvents>> mSubscribers;
+  Subscribers<BusyDialogEvents> mSubscribers;
 };
 
 }  // namespace kv

@@ -40,7 +40,9 @@ std::string longDateAndTime(DateTime t) {
 // The file system stamps files from a coarser clock than the one we read, so a file written just
 // after a start time can carry a stamp a little before it: only a file more than a second older
 // than the start counts as older.
-bool olderThan(DateTime fileTime, DateTime start) { return fileTime < start - std::chrono::seconds(1); }
+bool olderThan(DateTime fileTime, DateTime start) {
+  return fileTime < start - std::chrono::seconds(1);
+}
 
 bool isHelpVersion1(kv::KVProject& project) {
   return std::atol(project.HTMLHelpVersion().c_str()) == 1;
@@ -83,21 +85,11 @@ KVProjectBuild::~KVProjectBuild() {
 }
 
 void KVProjectBuild::Subscribe(std::weak_ptr<KVProjectBuildEvents> subscriber) {
-  mSubscribers.push_back(std::move(subscriber));
+  mSubscribers.Add(std::move(subscriber));
 }
 
 void KVProjectBuild::Unsubscribe(const KVProjectBuildEvents* subscriber) {
-  std::erase_if(mSubscribers, [&](const std::weak_ptr<KVProjectBuildEvents>& s) {
-    auto locked = s.lock();
-    return !locked || locked.get() == subscriber;
-  });
-}
-
-template <class F>
-void KVProjectBuild::Raise(F&& raise) {
-  const auto subscribers = mSubscribers;
-  for (const auto& weak : subscribers)
-    if (auto subscriber = weak.lock()) raise(*subscriber);
+  mSubscribers.Remove(subscriber);
 }
 
 void KVProjectBuild::SetProject(std::shared_ptr<kv::KVProject> project) {
@@ -178,7 +170,7 @@ bool KVProjectBuild::RunBuild(bool ShowBusyDialog, bool ShowResultsDialog, KVBui
   const KVBuildResultEnum buildResult = Steps->Generate(project);
 
   bool cancelCompile = false;
-  Raise([&](KVProjectBuildEvents& e) { e.GenerateComplete(buildResult, cancelCompile); });
+  mSubscribers.Raise([&](KVProjectBuildEvents& e) { e.GenerateComplete(buildResult, cancelCompile); });
   // Without a busy dialog there is nothing to take the build down with, so the request is dropped.
   if (cancelCompile && mBusy) {
     TerminateBusyDialog();
@@ -245,7 +237,7 @@ bool KVProjectBuild::RunBuild(bool ShowBusyDialog, bool ShowResultsDialog, KVBui
     compileNext = true;
   }
 
-  Raise([&](KVProjectBuildEvents& e) { e.BuildComplete(buildResult); });
+  mSubscribers.Raise([&](KVProjectBuildEvents& e) { e.BuildComplete(buildResult); });
   return true;
 }
 
@@ -374,7 +366,7 @@ void KVProjectBuild::AddNoteToLog(const std::string& Text, const std::string& Ic
 }
 
 void KVProjectBuild::LogToOutput(const std::string& Text) {
-  Raise([&](KVProjectBuildEvents& e) { e.GenericProgressMessage(Text); });
+  mSubscribers.Raise([&](KVProjectBuildEvents& e) { e.GenericProgressMessage(Text); });
   if (mBusy) mBusy->StatusText(Text);
 }
 

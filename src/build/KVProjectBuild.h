@@ -6,13 +6,13 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "build/BuildSteps.h"
 #include "build/BusyDialog.h"
 #include "build/ResultsDialog.h"
 #include "contracts/Variant.h"
 #include "project/Enums.h"
+#include "project/Subscribers.h"
 
 namespace kv {
 
@@ -96,10 +96,7 @@ class KVProjectBuild {
   void mKVProject_StatusAnimChange(const std::string& StatusAnimFileName);
   void mBusy_BeforeCancel(bool& Cancel);
 
-  template <class F>
-  void Raise(F&& raise);
-
-  std::vector<std::weak_ptr<KVProjectBuildEvents>> mSubscribers;
+  Subscribers<KVProjectBuildEvents> mSubscribers;
   std::shared_ptr<Sink> mSink;
   std::shared_ptr<kv::KVProject> mKVProject;
   std::shared_ptr<BusyDialog> mBusy;

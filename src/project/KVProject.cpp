@@ -97,50 +97,39 @@ std::shared_ptr<KVProject> KVProject::New() {
 // --- Events ---------------------------------------------------------------------------------
 
 void KVProject::Subscribe(std::weak_ptr<KVProjectEvents> subscriber) {
-  mSubscribers.push_back(std::move(subscriber));
+  mSubscribers.Add(std::move(subscriber));
 }
 
 void KVProject::Unsubscribe(const KVProjectEvents* subscriber) {
-  std::erase_if(mSubscribers, [&](const std::weak_ptr<KVProjectEvents>& s) {
-    auto locked = s.lock();
-    return !locked || locked.get() == subscriber;
-  });
-}
-
-template <class F>
-void KVProject::Raise(F&& raise) {
-  // A copy, because a handler may subscribe or unsubscribe while the event runs.
-  const auto subscribers = mSubscribers;
-  for (const auto& weak : subscribers)
-    if (auto subscriber = weak.lock()) raise(*subscriber);
+  mSubscribers.Remove(subscriber);
 }
 
 void KVProject::FirePreBuildStatus(std::string Status) {
-  Raise([&](KVProjectEvents& e) { e.ProgressPreBuildStatus(Status); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.ProgressPreBuildStatus(Status); });
 }
 void KVProject::FirePostBuildStatus(std::string Status) {
-  Raise([&](KVProjectEvents& e) { e.ProgressPostBuildStatus(Status); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.ProgressPostBuildStatus(Status); });
 }
 void KVProject::FireCancelAvailabilityChanged(bool Available) {
-  Raise([&](KVProjectEvents& e) { e.CancelAvailabilityChanged(Available); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.CancelAvailabilityChanged(Available); });
 }
 void KVProject::FireCompileError(const std::string& CompilerLog) {
-  Raise([&](KVProjectEvents& e) { e.CompileError(CompilerLog); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.CompileError(CompilerLog); });
 }
 void KVProject::FireUpdateStatusAnim(const std::string& StatusAnimFileName) {
-  Raise([&](KVProjectEvents& e) { e.StatusAnimChange(StatusAnimFileName); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.StatusAnimChange(StatusAnimFileName); });
 }
 void KVProject::FireInitialiseStatus(long Index, long MaxValue) {
-  Raise([&](KVProjectEvents& e) { e.InitialiseStatus(Index, MaxValue); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.InitialiseStatus(Index, MaxValue); });
 }
 void KVProject::FireUpdateStatusByIndex(long Index, const std::string& Caption, long Progress) {
-  Raise([&](KVProjectEvents& e) { e.UpdateStatusByIndex(Index, Caption, Progress); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.UpdateStatusByIndex(Index, Caption, Progress); });
 }
 void KVProject::FireContentCreated(const std::string& FileName) {
-  Raise([&](KVProjectEvents& e) { e.ContentCreated(FileName); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.ContentCreated(FileName); });
 }
 void KVProject::FireNamespaceExclusionsChanged() {
-  Raise([](KVProjectEvents& e) { e.NamespaceExclusionsChanged(); });
+  mSubscribers.Raise([](KVProjectEvents& e) { e.NamespaceExclusionsChanged(); });
 }
 
 // --- Change tracking ------------------------------------------------------------------------
@@ -148,7 +137,7 @@ void KVProject::FireNamespaceExclusionsChanged() {
 void KVProject::Changed() {
   if (PauseEvents) return;
   Dirty(true);
-  Raise([](KVProjectEvents& e) { e.Change(); });
+  mSubscribers.Raise([](KVProjectEvents& e) { e.Change(); });
   if (!DocTypes) return;
   for (const auto& docType : *DocTypes)
     if (const auto& plugIn = docType->ProjectPlugIn()) plugIn->ProjectChanged();
@@ -157,7 +146,7 @@ void KVProject::Changed() {
 void KVProject::Dirty(bool v) {
   if (mDirty == v) return;
   mDirty = v;
-  Raise([](KVProjectEvents& e) { e.DirtyStateChanged(); });
+  mSubscribers.Raise([](KVProjectEvents& e) { e.DirtyStateChanged(); });
 }
 
 void KVProject::Cancel(bool v) {
@@ -395,7 +384,7 @@ int KVProject::InternalShowMessageBox(const std::string& Message, int Buttons, c
                                       int ExplicitDefault) {
   int result = 0;
   bool cancelDefault = false;
-  Raise([&](KVProjectEvents& e) { e.MessageBox(Message, Buttons, Title, result, cancelDefault); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.MessageBox(Message, Buttons, Title, result, cancelDefault); });
   if (cancelDefault) return result;
   if (!Silent) return showHostMessage(Message, Buttons, Title);
 
@@ -407,12 +396,12 @@ int KVProject::InternalShowMessageBox(const std::string& Message, int Buttons, c
 }
 
 void KVProject::RaiseLoadError(const std::string& Text, KVErrorLevel Level) {
-  Raise([&](KVProjectEvents& e) { e.BuildError(Text, Level); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.BuildError(Text, Level); });
   ShowMessageBox(Text, mb::OKOnly + (Level == KVWarning ? mb::Exclamation : mb::Critical), "Kavrel Load Error");
 }
 
 void KVProject::RaiseBuildError(const std::string& Text, KVErrorLevel Level) {
-  Raise([&](KVProjectEvents& e) { e.BuildError(Text, Level); });
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.BuildError(Text, Level); });
 }
 
 // --- End ------------------------------------------------------------------------------------

@@ -8,7 +8,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "contracts/Collection.h"
 #include "contracts/FileSystem.h"
@@ -16,6 +15,7 @@
 #include "contracts/UnicodeHelpers.h"
 #include "project/Enums.h"
 #include "project/KVProjectEvents.h"
+#include "project/Subscribers.h"
 
 namespace kv {
 
@@ -290,8 +290,6 @@ class KVProject : public Object {
     member = value;
     Changed();
   }
-  template <class F>
-  void Raise(F&& raise);
   ObjectPtr PlugInDataObject(const std::string& key, const std::string& className);
 
   // Project file reading, see KVProjectFile.cpp.
@@ -303,7 +301,7 @@ class KVProject : public Object {
   // The read failure message is shown at most once in the life of the object.
   bool mReadFailureShown = false;
 
-  std::vector<std::weak_ptr<KVProjectEvents>> mSubscribers;
+  Subscribers<KVProjectEvents> mSubscribers;
 
   bool mCompileHelpFile = true;
   bool mRefreshIfExists = false;
