@@ -39,12 +39,6 @@ std::string withSlashes(std::string_view name) {
   return out;
 }
 
-// Runs a statement whose failures are dropped.
-template <class F>
-void silently(F&& body) {
-  ignoreFailure(body);
-}
-
 std::shared_ptr<Template> installedTemplate(const std::string& name) {
   return ConfigurationRoot::instance().Templates().Item(name);
 }
@@ -176,7 +170,6 @@ void KVProject::LoadBody(XMLDocument& doc) {
     }
   };
   XMLNode root = doc.RootNode();
-  const XMLAttributes attributes = root.Attributes();
 
   E([&] { FileVersion = Attr(root, "Version"); });
   {
@@ -193,21 +186,21 @@ void KVProject::LoadBody(XMLDocument& doc) {
   E([&] { mDocumentSourceCode = IsTrue(Attr(root, "DocumentSourceCode")); });
   E([&] { mAlwaysCopySupportFiles = IsTrue(Attr(root, "AlwaysCopySupportFiles")); });
   E([&] { mPropertyCommentsFrom = xmlvalue::Strict(Attr(root, "PropertyCommentsFrom")); });
-  silently([&] { mRelationshipsFrom = xmlvalue::Leading(Attr(root, "Relationshipsfrom")); });
-  silently([&] { mDefaultRelsOnlyForCollections = IsTrue(Attr(root, "DefaultRelsOnlyForCollections")); });
+  ignoreFailure([&] { mRelationshipsFrom = xmlvalue::Leading(Attr(root, "Relationshipsfrom")); });
+  ignoreFailure([&] { mDefaultRelsOnlyForCollections = IsTrue(Attr(root, "DefaultRelsOnlyForCollections")); });
   E([&] { mProjectGroupName = Attr(root, "ProjectGroupName"); });
-  silently([&] { mHTMLHelpVersion = xmlvalue::Strict(Attr(root, "HTMLHelpVersion")); });
-  silently([&] { mHHNamespace = Attr(root, "HHNamespace"); });
-  silently([&] { mHHIdentifier = Attr(root, "HHIdentifier"); });
-  silently([&] {
+  ignoreFailure([&] { mHTMLHelpVersion = xmlvalue::Strict(Attr(root, "HTMLHelpVersion")); });
+  ignoreFailure([&] { mHHNamespace = Attr(root, "HHNamespace"); });
+  ignoreFailure([&] { mHHIdentifier = Attr(root, "HHIdentifier"); });
+  ignoreFailure([&] {
     const auto docType = DocTypes->DocTypeFromTemplate(installedTemplate(Attr(root, "HelpTemplatesFrom")));
     if (docType) docType->UseHelpTemplates = true;
   });
-  silently([&] { mPlugInToVSNET = IsTrue(Attr(root, "H2PlugIn")); });
-  silently([&] { mPlugInNamespace = Attr(root, "H2PlugInNamespace"); });
-  silently([&] { mLocaleID = xmlvalue::Leading(Attr(root, "LocaleID")); });
-  silently([&] { mExcludeFiltersRegExp = IsTrue(Attr(root, "ExcludeFiltersRegExp")); });
-  silently([&] { mOutputFileExtension = Attr(root, "OutputFileExtension"); });
+  ignoreFailure([&] { mPlugInToVSNET = IsTrue(Attr(root, "H2PlugIn")); });
+  ignoreFailure([&] { mPlugInNamespace = Attr(root, "H2PlugInNamespace"); });
+  ignoreFailure([&] { mLocaleID = xmlvalue::Leading(Attr(root, "LocaleID")); });
+  ignoreFailure([&] { mExcludeFiltersRegExp = IsTrue(Attr(root, "ExcludeFiltersRegExp")); });
+  ignoreFailure([&] { mOutputFileExtension = Attr(root, "OutputFileExtension"); });
 
   // First pass: everything but the legacy TOC sources and the filters.
   for (const XMLNode node : root.ChildNodes()) {
@@ -217,10 +210,10 @@ void KVProject::LoadBody(XMLDocument& doc) {
       E([&] {
         mHelpFileName = withSlashes(Attr(node, FileVersionNumeric() >= 4.0f ? "HelpFileName" : "CHMFileName"));
       });
-      silently([&] { mUseFileNameAliases = IsTrue(Attr(node, "UseFileNameAliases")); });
-      silently([&] { mStripMetaData = IsTrue(Attr(node, "StripMetaData")); });
-      silently([&] { mClearBeforeBuild = IsTrue(Attr(node, "ClearBeforeBuild")); });
-      silently([&] { mRemoveOutputFilesAfterCompile = IsTrue(Attr(node, "RemoveOutputFilesAfterCompile")); });
+      ignoreFailure([&] { mUseFileNameAliases = IsTrue(Attr(node, "UseFileNameAliases")); });
+      ignoreFailure([&] { mStripMetaData = IsTrue(Attr(node, "StripMetaData")); });
+      ignoreFailure([&] { mClearBeforeBuild = IsTrue(Attr(node, "ClearBeforeBuild")); });
+      ignoreFailure([&] { mRemoveOutputFilesAfterCompile = IsTrue(Attr(node, "RemoveOutputFilesAfterCompile")); });
     } else if (name == "htmlhelpoptions") {
       E([&] { mUseAlinkMenus = IsTrue(Attr(node, "usealinkmenus")); });
     } else if (name == "otheroptions") {
@@ -230,13 +223,13 @@ void KVProject::LoadBody(XMLDocument& doc) {
       E([&] { mCreateWinHelpStub = IsTrue(Attr(node, "CreateWinHelpStub")); });
       E([&] { mLanguage = Attr(node, "Language"); });
     } else if (name == "commentextraction") {
-      silently([&] { mUnTaggedModules = IsTrue(Attr(node, "UntaggedModules")); });
-      silently([&] { mUnTaggedBlocks = IsTrue(Attr(node, "UntaggedBlocks")); });
-      silently([&] { mUnTaggedVariables = IsTrue(Attr(node, "UntaggedVariables")); });
-      silently([&] { mUnTaggedEvents = IsTrue(Attr(node, "UntaggedEvents")); });
-      silently([&] { mUnTaggedEnumerations = IsTrue(Attr(node, "UntaggedEnumerations")); });
-      silently([&] { mUnTaggedUDTs = IsTrue(Attr(node, "UntaggedUDTs")); });
-      silently([&] { mHelpDescriptionImport = xmlvalue::Leading(Attr(node, "HelpDescriptionImport")); });
+      ignoreFailure([&] { mUnTaggedModules = IsTrue(Attr(node, "UntaggedModules")); });
+      ignoreFailure([&] { mUnTaggedBlocks = IsTrue(Attr(node, "UntaggedBlocks")); });
+      ignoreFailure([&] { mUnTaggedVariables = IsTrue(Attr(node, "UntaggedVariables")); });
+      ignoreFailure([&] { mUnTaggedEvents = IsTrue(Attr(node, "UntaggedEvents")); });
+      ignoreFailure([&] { mUnTaggedEnumerations = IsTrue(Attr(node, "UntaggedEnumerations")); });
+      ignoreFailure([&] { mUnTaggedUDTs = IsTrue(Attr(node, "UntaggedUDTs")); });
+      ignoreFailure([&] { mHelpDescriptionImport = xmlvalue::Leading(Attr(node, "HelpDescriptionImport")); });
       for (const XMLNode untagged : node.ChildNodes()) {
         if (text::toLower(untagged.Name()) != "untagged") continue;
         E([&] {
@@ -252,7 +245,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
     } else if (name == "diagrams") {
       E([&] { mPageNestingLevels = xmlvalue::Leading(Attr(node, "PageNestinglevels")); });
       E([&] { mOverviewNestingLevels = xmlvalue::Leading(Attr(node, "Overviewnestinglevels")); });
-      silently([&] { mSupressSingleObjectDiagrams = IsTrue(Attr(node, "SupressSingleObjectDiagrams")); });
+      ignoreFailure([&] { mSupressSingleObjectDiagrams = IsTrue(Attr(node, "SupressSingleObjectDiagrams")); });
       E([&] { DiagramStyle->Load(node); });
     } else if (name == "tableofcontents") {
       // Written by old versions; it no longer has any effect.
@@ -265,7 +258,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
           record->KVProject = self;
           record->Name = Attr(child, "Name");
           record->Value(Attr(child, "Value"));
-          silently([&] { VariableValues->Add(record, record->Name); });
+          ignoreFailure([&] { VariableValues->Add(record, record->Name); });
         });
       }
     } else if (name == "additionalfiles") {
@@ -273,7 +266,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
         E([&] {
           auto file = std::make_shared<AdditionalFile>();
           file->FileName = FromRelativeFileNAme(child.Text());
-          silently([&] { AdditionalFiles->Add(file, file->FileName); });
+          ignoreFailure([&] { AdditionalFiles->Add(file, file->FileName); });
         });
       }
     } else if (name == "modelcomments") {
@@ -296,7 +289,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
         const std::string profileName = child.Text();
         for (const auto& profile : ConfigurationRoot::instance().ModelCommentProfiles())
           if (text::equalsIgnoreCase(profile->Name(), profileName)) {
-            silently([&] { ModelCommentProfiles->Add(profile, profile->Name()); });
+            ignoreFailure([&] { ModelCommentProfiles->Add(profile, profile->Name()); });
             break;
           }
       }
@@ -313,7 +306,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
       NamespaceExclusions = std::make_shared<Collection<std::string>>();
       for (const XMLNode child : node.ChildNodes()) {
         const std::string qualifiedName = child.Text();
-        silently([&] { NamespaceExclusions->Add(qualifiedName, qualifiedName); });
+        ignoreFailure([&] { NamespaceExclusions->Add(qualifiedName, qualifiedName); });
       }
     } else if (name == "commentfiles") {
       E([&] { CommentFiles->Load(node); });
@@ -345,7 +338,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
   for (const XMLNode node : root.ChildNodes()) {
     const std::string name = text::toLower(node.Name());
     if (name == "tocsource") {
-      silently([&] {
+      ignoreFailure([&] {
         const auto docType = DocTypes->DocTypeFromTemplate(installedTemplate(Attr(node, "TemplateName")));
         if (docType) docType->TOCSource->Load(node);
       });
@@ -377,7 +370,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
     }
   }
 
-  silently([&] { root.SetAttribute("DirectLoad", Bool(DirectLoad)); });
+  ignoreFailure([&] { root.SetAttribute("DirectLoad", Bool(DirectLoad)); });
   E([&] { DocTypes->LoadFromKVProjectXMLEx(doc, LoadPlugInXML); });
   E([&] { EnsurePathsNotEmpty(); });
   E([&] {
