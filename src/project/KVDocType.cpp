@@ -11,6 +11,7 @@
 #include "project/KVProject.h"
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"
+#include "project/XmlValues.h"
 #include "services/FailureHandler.h"
 #include "services/modMain.h"
 
@@ -190,7 +191,7 @@ void KVDocType::Save(XMLNode& e) {
     std::string templateName;
     ignoreFailure([&] { templateName = Template()->Name; });
     e.SetAttribute("Template", templateName);
-    e.SetAttribute("UseHelpTemplates", UseHelpTemplates ? "True" : "False");
+    e.SetAttribute("UseHelpTemplates", xmlvalue::Bool(UseHelpTemplates));
     XMLNode tocSource = e.AddChild("TOCSource");
     TOCSource->Save(tocSource);
     XMLNode profile = e.AddChild("ModelCommentProfile");
@@ -216,8 +217,8 @@ void KVDocType::Load(const XMLNode& e) {
 void KVDocType::PrepNamespaceDefs(NamespaceDef& def) {
   auto project = KVProject.lock();
   if (def.Selectable) {
-    def.IncludeFlag = project && project->IncludedNamespaceNames->PropertyValue(
-                                     def.Name, def.DefaultInclude ? "True" : "False") == "True";
+    def.IncludeFlag = project && xmlvalue::IsTrue(project->IncludedNamespaceNames->PropertyValue(
+                                     def.Name, xmlvalue::Bool(def.DefaultInclude)));
   } else {
     def.IncludeFlag = true;
   }

@@ -298,6 +298,8 @@ class KVProject : public Object {
   static bool IsEmptyFileName(const std::string& FileName);
   void ReportReadFailure();
   void LoadBody(XMLDocument& doc);
+  // Lets the doc types, and when `LoadPlugIns` their plug-ins, read the document.
+  void LoadDocTypes(XMLDocument& doc, bool LoadPlugIns);
   // The read failure message is shown at most once in the life of the object.
   bool mReadFailureShown = false;
 

@@ -110,7 +110,7 @@ void KVProject::EnsurePathsNotEmpty() {
 }
 
 void KVProject::AddNamespaceToIncludedNamespaceNames(const NamespaceDef& def) {
-  if (def.Selectable) IncludedNamespaceNames->PropertyValue(def.Name, "", def.DefaultInclude ? "True" : "False");
+  if (def.Selectable) IncludedNamespaceNames->PropertyValue(def.Name, "", Bool(def.DefaultInclude));
   for (const auto& child : def.ChildNamespaceDefs) AddNamespaceToIncludedNamespaceNames(*child);
 }
 
@@ -132,6 +132,12 @@ void KVProject::ApplyNamespaceExclusions() {
     NamespaceExclusions = resolved;
     FireNamespaceExclusionsChanged();
   });
+}
+
+void KVProject::LoadDocTypes(XMLDocument& doc, bool LoadPlugIns) {
+  // The plug-ins read how they are to load from the document itself.
+  ignoreFailure([&] { doc.RootNode().SetAttribute("DirectLoad", Bool(DirectLoad)); });
+  DocTypes->LoadFromKVProjectXMLEx(doc, LoadPlugIns);
 }
 
 // --- Load -------------------------------------------------------------------------------------------
@@ -370,8 +376,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
     }
   }
 
-  ignoreFailure([&] { root.SetAttribute("DirectLoad", Bool(DirectLoad)); });
-  E([&] { DocTypes->LoadFromKVProjectXMLEx(doc, LoadPlugInXML); });
+  E([&] { LoadDocTypes(doc, LoadPlugInXML); });
   E([&] { EnsurePathsNotEmpty(); });
   E([&] {
     if (IsEmptyFileName(mOutputFolder)) return;

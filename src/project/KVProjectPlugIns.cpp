@@ -33,8 +33,7 @@ void KVProject::ResetPlugIns() {
     XMLDocument doc;
     if (!doc.LoadXML(Save())) throw Failure(err::InvalidProcedureCall, doc.ParseError());
     DocTypes->ResetPlugIns();
-    ignoreFailure([&] { doc.RootNode().SetAttribute("DirectLoad", DirectLoad ? "True" : "False"); });
-    DocTypes->LoadFromKVProjectXML(doc);
+    LoadDocTypes(doc, true);
     // The reloaded plug-ins hold new items, which must learn their exclusions again.
     ApplyNamespaceExclusions();
   });
