@@ -348,11 +348,7 @@ std::shared_ptr<VariableValue> KVProject::CreateVariableValue(const std::string&
 
 std::shared_ptr<VariableValue> KVProject::NewVariableValue(const std::string& Name, const std::string& Value,
                                                            bool IsDefault, bool IsSystem) {
-  auto record = std::make_shared<VariableValue>();
-  record->KVProject = std::static_pointer_cast<KVProject>(shared_from_this());
-  record->System = IsSystem;
-  record->Name = Name;
-  record->Value(Value);
+  auto record = VariableValue::Create(std::static_pointer_cast<KVProject>(shared_from_this()), IsSystem, Name, Value);
   record->IsDefaultValue = IsDefault;
   return record;
 }

@@ -260,10 +260,7 @@ void KVProject::LoadBody(XMLDocument& doc) {
       VariableValues->KVProject = self;
       for (const XMLNode child : node.ChildNodes()) {
         E([&] {
-          auto record = std::make_shared<VariableValue>();
-          record->KVProject = self;
-          record->Name = Attr(child, "Name");
-          record->Value(Attr(child, "Value"));
+          auto record = VariableValue::Create(self, false, Attr(child, "Name"), Attr(child, "Value"));
           ignoreFailure([&] { VariableValues->Add(record, record->Name); });
         });
       }

@@ -13,6 +13,10 @@ class KVProject;
 
 class VariableValue {
  public:
+  // A record with its project, System, Name and Value set in that order.
+  static std::shared_ptr<VariableValue> Create(std::weak_ptr<kv::KVProject> Project, bool System, std::string_view Name,
+                                               std::string_view Value);
+
   std::string Name;
   // Set by the program: never saved and never marks the project changed.
   bool System = false;
