@@ -81,10 +81,6 @@ void KVDiagramStyle::DiagramStyleSource(DiagramStyleSourceEnum v) {
   mUseDiagramShapes = tmpl->UseDiagramShapes;
 }
 
-}  // namespace kv
-
-namespace kv {
-
 void KVDiagramStyle::Load(const XMLNode& e) {
   using xmlvalue::Attr;
   using xmlvalue::IsTrue;

@@ -62,10 +62,6 @@ std::shared_ptr<TOCDefinition> TOCSource::TOCDefinition() {
   return tmpl->TOCDefinitions.Item(name);
 }
 
-}  // namespace kv
-
-namespace kv {
-
 void TOCSource::Load(const XMLNode& e) {
   Source(TOCSourceEnum(xmlvalue::Strict(xmlvalue::Attr(e, "TOCSource"))));
   SpecificTOCName(xmlvalue::Attr(e, "SpecificTOCName"));
