@@ -20,10 +20,6 @@ namespace {
 
 constexpr const char* kModule = "KVDocType";
 
-bool endsWith(std::string_view s, std::string_view suffix) {
-  return text::endsWithIgnoreCase(s, suffix);
-}
-
 long copyFailureNumber(const std::error_code& ec) {
   if (ec == std::errc::permission_denied || ec == std::errc::operation_not_permitted) return err::PermissionDenied;
   if (ec == std::errc::no_such_file_or_directory) return err::PathNotFound;
@@ -283,7 +279,7 @@ void KVDocType::CopySupportFiles(const std::shared_ptr<kv::Template>& Template, 
       if (text::equalsIgnoreCase(file.parent_path().filename().string(), "community") && !DesignTime &&
           !project->CommunityProperties->IsEnabled())
         continue;
-      if (endsWith(fileFolder, "designtime/") && !DesignTime) continue;
+      if (text::endsWithIgnoreCase(fileFolder, "designtime/") && !DesignTime) continue;
 
       const std::string to = project->OutputFolder() + file.lexically_relative(folder).generic_string();
       if (project->CopiedSupportFiles().Exists(to) && !alwaysCopy) continue;
@@ -306,7 +302,8 @@ void KVDocType::CopySupportFiles(const std::shared_ptr<kv::Template>& Template, 
         project->RaiseBuildError("Could not copy support file '" + from + "' to '" + to + "'.  Error code " +
                                  std::to_string(failure.number()) + ".  Processing will continue.");
       }
-      if (provider && !endsWith(fileFolder, "/WebImages/")) provider->PageOutput(nullptr, nullptr, to, false, false);
+      if (provider && !text::endsWithIgnoreCase(fileFolder, "/WebImages/"))
+        provider->PageOutput(nullptr, nullptr, to, false, false);
       if (!project->CopiedSupportFiles().Exists(to)) project->CopiedSupportFiles().Add(to, to);
     }
   });
