@@ -59,17 +59,9 @@ void appendValue(std::string& out, std::string_view value) {
   out.append(value);
 }
 
+// The text that stands for a failed tag or reference (call inside a catch block).
 std::string failureText(int step, std::string_view what) {
-  long number = err::AutomationError;
-  try {
-    throw;
-  } catch (const Failure& f) {
-    number = f.number();
-  } catch (const std::bad_alloc&) {
-    number = 7;
-  } catch (...) {
-  }
-  return "!ERROR " + std::to_string(number) + "." + std::to_string(step) + std::string(what);
+  return "!ERROR " + std::to_string(currentFailureNumber()) + "." + std::to_string(step) + std::string(what);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <cctype>
 #include <cstring>
-#include <new>
 
 #include "contracts/DataProvider.h"
 #include "contracts/Failure.h"
@@ -66,18 +65,6 @@ class ExpansionSink : public expansion::ReferenceSink {
   std::string mBuffer;
   long mPointer = 0;
 };
-
-long failureNumber() {
-  try {
-    throw;
-  } catch (const Failure& f) {
-    return f.number();
-  } catch (const std::bad_alloc&) {
-    return 7;  // out of memory
-  } catch (...) {
-    return err::AutomationError;
-  }
-}
 
 // One pass replacing delimited keys through `lookup`; unknown keys stay as written.
 template <class Lookup>
@@ -183,7 +170,7 @@ std::string InternalParseForProviderProperties(std::string_view Text, DataProvid
     expansion::ScanState state{ReplaceInQuotes, false};
     expansion::scan(Text, state, sink);
   } catch (...) {
-    return "!ERROR " + std::to_string(failureNumber()) + "." + std::to_string(sink.step) +
+    return "!ERROR " + std::to_string(currentFailureNumber()) + "." + std::to_string(sink.step) +
            " IN PARSEFORPROVIDERPROPERTIES!";
   }
   return std::move(sink).result();
