@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::string_view kTagOpen = "<kv:";
 constexpr std::string_view kTagName = "data";
-constexpr std::string_view kUnrecognised = "!UNCRECOGNISED";
 
 bool isBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r' || c == '\n';
@@ -273,7 +272,7 @@ void ParserTemplate::render(std::shared_ptr<FileSystem>& file, std::string& out,
         } catch (...) {
           value = failureText(5, " FETCHING PROPERTY!");
         }
-        if (value.starts_with(kUnrecognised)) {
+        if (expansion::isUnrecognised(value)) {
           out.append("%%").append(node.text).append("%%");
         } else {
           appendValue(out, value);
@@ -292,7 +291,7 @@ void ParserTemplate::render(std::shared_ptr<FileSystem>& file, std::string& out,
         } catch (...) {
           value = failureText(node.kind == Node::Kind::Tag ? 2 : 7, " FETCHING ELEMENT!");
         }
-        if (node.kind == Node::Kind::Reference && value.starts_with(kUnrecognised)) {
+        if (node.kind == Node::Kind::Reference && expansion::isUnrecognised(value)) {
           out.append("%%").append(node.text).append("%%");
         } else if (value != Discard) {
           appendValue(out, value);

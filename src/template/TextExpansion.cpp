@@ -13,8 +13,6 @@ namespace kv {
 
 namespace {
 
-constexpr std::string_view kUnrecognised = "!UNCRECOGNISED";
-
 // Step numbers of the expansion, shown in its failure text.
 enum Step { ScanStep = 1, PropertyStep = 5, DataStep = 7, AppendStep = 9 };
 
@@ -49,7 +47,7 @@ class ExpansionSink : public expansion::ReferenceSink {
  private:
   void value(const std::string& text, std::string_view name) {
     step = AppendStep;
-    if (text.starts_with(kUnrecognised)) {
+    if (expansion::isUnrecognised(text)) {
       AppendString(mBuffer, "%%", mPointer);
       AppendString(mBuffer, name, mPointer);
       AppendString(mBuffer, "%%", mPointer);
