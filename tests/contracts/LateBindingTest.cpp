@@ -6,18 +6,12 @@
 #include "contracts/Failure.h"
 #include "contracts/Object.h"
 #include "contracts/Variant.h"
+#include "support/Failures.h"
 
 namespace kv {
 namespace {
 
-long failureNumber(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Failure& e) {
-    return e.number();
-  }
-  return 0;
-}
+using test::failureNumber;
 
 TEST(Variant, ConvertsLikeTheObjectModel) {
   EXPECT_TRUE(Variant().isEmpty());
