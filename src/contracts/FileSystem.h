@@ -1,5 +1,5 @@
 // One object for one path and, while open, one text stream. Folders are written with a trailing
-// "/". Names written with "\" by older Windows versions are read with "/".
+// "/". Names written with "\" are read with "/".
 #pragma once
 
 #include <cstdio>
