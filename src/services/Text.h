@@ -8,8 +8,11 @@
 
 namespace kv::text {
 
+// Malformed UTF-8 reads as U+FFFD, one per byte that does not fit.
 std::u16string toUtf16(std::string_view utf8);
 std::string fromUtf16(std::u16string_view utf16);
+// Code points, for matching character by character.
+std::u32string toUtf32(std::string_view utf8);
 
 // Length in UTF-16 code units.
 long length(std::string_view s);
