@@ -163,11 +163,6 @@ std::string forwardSlashes(std::string_view name) {
   return out;
 }
 
-std::string withTrailingSlash(std::string folder) {
-  if (!folder.empty() && folder.back() != '/') folder += '/';
-  return folder;
-}
-
 // A full, normalised path: relative names are taken from `baseFolder`, or the current folder.
 std::string resolve(std::string_view name, const std::string& baseFolder) {
   if (name.empty()) return {};
@@ -216,6 +211,11 @@ void writeBytes(int fd, std::string_view bytes, const std::string& path) {
 }
 
 }  // namespace
+
+std::string withTrailingSlash(std::string folder) {
+  if (!folder.empty() && folder.back() != '/') folder += '/';
+  return folder;
+}
 
 // ---------------------------------------------------------------------------------------------
 // FileSystem

@@ -29,6 +29,9 @@ std::string fromUtf8(std::string_view text, std::string_view converterName);
 bool isUtf8(std::string_view bytes);
 }  // namespace codepage
 
+// `folder` ending in "/", as folder names are written; an empty name stays empty.
+std::string withTrailingSlash(std::string folder);
+
 class FileSystem {
  public:
   // Open modes.
