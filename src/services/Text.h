@@ -47,7 +47,7 @@ std::string trimRight(std::string_view s);
 std::vector<std::string> split(std::string_view s, std::string_view delimiter);
 std::string join(const std::vector<std::string>& parts, std::string_view delimiter);
 
-// Case-insensitive ordering and hashing for maps keyed by names.
+// Case-insensitive ordering for maps keyed by names.
 struct LessIgnoreCase {
   using is_transparent = void;
   bool operator()(std::string_view a, std::string_view b) const;
