@@ -22,7 +22,7 @@ bool ClassRegistry::isRegistered(std::string_view className) const {
 }
 
 ObjectPtr ClassRegistry::create(std::string_view className) const {
-  const std::string message = "ActiveX component can't create object '" + std::string(className) + "'";
+  const std::string message = "Can't create object '" + std::string(className) + "'";
   auto it = mFactories.find(className);
   if (it == mFactories.end()) throw Failure(err::CantCreateObject, message);
   ObjectPtr made;

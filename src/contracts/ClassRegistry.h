@@ -24,8 +24,8 @@ class ClassRegistry {
   void remove(std::string_view className);
   bool isRegistered(std::string_view className) const;
 
-  // Fails with "ActiveX component can't create object" (429) when the class is unknown or its
-  // factory fails or returns nothing.
+  // Fails with "Can't create object" (429) when the class is unknown or its factory fails or
+  // returns nothing.
   ObjectPtr create(std::string_view className) const;
   // The same, with nullptr instead of a failure.
   ObjectPtr tryCreate(std::string_view className) const;

@@ -31,7 +31,7 @@ class Collection {
       at = checkedIndex(*after) + 1;
     mEntries.insert(mEntries.begin() + long(at), Entry{std::string(key), std::move(item)});
   }
-  // Adds `item` before or after the item with the given key.
+  // Adds `item` before the item with the key `beforeKey`, which must exist.
   void AddBeforeKey(T item, std::string_view key, std::string_view beforeKey) {
     Add(std::move(item), key, indexOf(beforeKey) + 1);
   }

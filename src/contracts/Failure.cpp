@@ -1,5 +1,7 @@
 #include "contracts/Failure.h"
 
+#include <new>
+
 namespace kv {
 
 Failure::Failure(long number, const std::string& description, std::source_location where)
@@ -7,6 +9,18 @@ Failure::Failure(long number, const std::string& description, std::source_locati
 
 Failure ObjectNotSet(std::source_location where) {
   return Failure(err::ObjectVariableNotSet, "Object variable or With block variable not set", where);
+}
+
+long currentFailureNumber() {
+  try {
+    throw;
+  } catch (const Failure& f) {
+    return f.number();
+  } catch (const std::bad_alloc&) {
+    return err::OutOfMemory;
+  } catch (...) {
+    return err::AutomationError;
+  }
 }
 
 }  // namespace kv

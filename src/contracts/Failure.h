@@ -12,6 +12,7 @@ namespace kv {
 namespace err {
 inline constexpr long InvalidProcedureCall = 5;
 inline constexpr long Overflow = 6;
+inline constexpr long OutOfMemory = 7;
 inline constexpr long SubscriptOutOfRange = 9;
 inline constexpr long TypeMismatch = 13;
 inline constexpr long BadFileNameOrNumber = 52;
@@ -43,5 +44,9 @@ class Failure : public std::runtime_error {
 
 // The failure of using an object that is not there (number 91).
 Failure ObjectNotSet(std::source_location where = std::source_location::current());
+
+// The number of the exception being handled (call inside a catch block): a failure's own number,
+// OutOfMemory for exhausted memory, AutomationError for anything else.
+long currentFailureNumber();
 
 }  // namespace kv

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "contracts/Failure.h"
 #include "contracts/UnicodeHelpers.h"
@@ -163,11 +164,6 @@ std::string forwardSlashes(std::string_view name) {
   return out;
 }
 
-std::string withTrailingSlash(std::string folder) {
-  if (!folder.empty() && folder.back() != '/') folder += '/';
-  return folder;
-}
-
 // A full, normalised path: relative names are taken from `baseFolder`, or the current folder.
 std::string resolve(std::string_view name, const std::string& baseFolder) {
   if (name.empty()) return {};
@@ -199,8 +195,8 @@ std::string_view bomFor(long codePage) {
 }
 
 // Text in the file's code page; Automatic writes UTF-8.
-std::string encode(std::string_view text, long codePage) {
-  if (isAutomatic(codePage) || codePage == codepage::UTF8) return std::string(text);
+std::string encode(std::string text, long codePage) {
+  if (isAutomatic(codePage) || codePage == codepage::UTF8) return text;
   return codepage::fromUtf8(text, codePage);
 }
 
@@ -216,6 +212,11 @@ void writeBytes(int fd, std::string_view bytes, const std::string& path) {
 }
 
 }  // namespace
+
+std::string withTrailingSlash(std::string folder) {
+  if (!folder.empty() && folder.back() != '/') folder += '/';
+  return folder;
+}
 
 // ---------------------------------------------------------------------------------------------
 // FileSystem
@@ -377,15 +378,17 @@ void FileSystem::WriteLine(std::string_view text) {
     throw Failure(err::BadFileNameOrNumber, "Bad file name or number: '" + mFileName + "' is open for reading only");
   std::string bytes;
   if (mStream->atStart) bytes = bomFor(mCodePage);
-  bytes += encode(text, mCodePage);
-  if (mOutputLineFeeds) bytes += encode("\n", mCodePage);
+  // Text and line feed are converted together: one conversion per line, not two.
+  std::string line(text);
+  if (mOutputLineFeeds) line += '\n';
+  bytes += encode(std::move(line), mCodePage);
   writeBytes(mStream->fd, bytes, mFileName);
   if (!bytes.empty()) mStream->atStart = false;
 }
 
 void FileSystem::WriteAll(std::string_view text, long codePage) {
   if (mFileName.empty()) throw Failure(err::BadFileNameOrNumber, "Bad file name or number: no file name is set");
-  const std::string bytes = std::string(bomFor(codePage)) + encode(text, codePage);
+  const std::string bytes = std::string(bomFor(codePage)) + encode(std::string(text), codePage);
   const int fd = ::open(mFileName.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (fd < 0) failFor(errno, mFileName, "write");
   try {

@@ -1,5 +1,5 @@
 // One object for one path and, while open, one text stream. Folders are written with a trailing
-// "/". Names written with "\" by older Windows versions are read with "/".
+// "/". Names written with "\" are read with "/".
 #pragma once
 
 #include <cstdio>
@@ -28,6 +28,9 @@ std::string fromUtf8(std::string_view text, long codePage);
 std::string fromUtf8(std::string_view text, std::string_view converterName);
 bool isUtf8(std::string_view bytes);
 }  // namespace codepage
+
+// `folder` ending in "/", as folder names are written; an empty name stays empty.
+std::string withTrailingSlash(std::string folder);
 
 class FileSystem {
  public:

@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::string_view kTagOpen = "<kv:";
 constexpr std::string_view kTagName = "data";
-constexpr std::string_view kUnrecognised = "!UNCRECOGNISED";
 
 bool isBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r' || c == '\n';
@@ -59,17 +58,9 @@ void appendValue(std::string& out, std::string_view value) {
   out.append(value);
 }
 
+// The text that stands for a failed tag or reference (call inside a catch block).
 std::string failureText(int step, std::string_view what) {
-  long number = err::AutomationError;
-  try {
-    throw;
-  } catch (const Failure& f) {
-    number = f.number();
-  } catch (const std::bad_alloc&) {
-    number = 7;
-  } catch (...) {
-  }
-  return "!ERROR " + std::to_string(number) + "." + std::to_string(step) + std::string(what);
+  return "!ERROR " + std::to_string(currentFailureNumber()) + "." + std::to_string(step) + std::string(what);
 }
 
 }  // namespace
@@ -281,7 +272,7 @@ void ParserTemplate::render(std::shared_ptr<FileSystem>& file, std::string& out,
         } catch (...) {
           value = failureText(5, " FETCHING PROPERTY!");
         }
-        if (value.starts_with(kUnrecognised)) {
+        if (expansion::isUnrecognised(value)) {
           out.append("%%").append(node.text).append("%%");
         } else {
           appendValue(out, value);
@@ -300,7 +291,7 @@ void ParserTemplate::render(std::shared_ptr<FileSystem>& file, std::string& out,
         } catch (...) {
           value = failureText(node.kind == Node::Kind::Tag ? 2 : 7, " FETCHING ELEMENT!");
         }
-        if (node.kind == Node::Kind::Reference && value.starts_with(kUnrecognised)) {
+        if (node.kind == Node::Kind::Reference && expansion::isUnrecognised(value)) {
           out.append("%%").append(node.text).append("%%");
         } else if (value != Discard) {
           appendValue(out, value);

@@ -1,5 +1,6 @@
 #include "contracts/Variant.h"
 
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -29,12 +30,16 @@ namespace {
 }
 
 bool parseDouble(std::string_view s, double& out) {
-  std::string t = text::trim(s);
-  if (t.empty()) return false;
+  const std::string t = text::trim(s);
   const char* b = t.data();
-  if (*b == '+') ++b;
-  auto [p, ec] = std::from_chars(b, t.data() + t.size(), out);
-  return ec == std::errc() && p == t.data() + t.size();
+  const char* e = b + t.size();
+  // One sign, then a digit or a point: from_chars would also take a sign after a "+" and the
+  // words for infinity and not-a-number.
+  const char* digits = b != e && (*b == '+' || *b == '-') ? b + 1 : b;
+  if (digits == e || !(std::isdigit(static_cast<unsigned char>(*digits)) || *digits == '.')) return false;
+  if (*b == '+') ++b;  // from_chars takes only a minus
+  auto [p, ec] = std::from_chars(b, e, out);
+  return ec == std::errc() && p == e;
 }
 
 std::string formatDouble(double d) {

@@ -23,7 +23,7 @@ FailureReport describeCurrentFailure(std::string_view module, const std::source_
     report.procedure = f.where().function_name();
     report.line = f.where().line();
   } catch (const std::bad_alloc&) {
-    report.number = 7;
+    report.number = err::OutOfMemory;
     report.description = "Out of memory";
   } catch (const std::exception& e) {
     report.number = err::AutomationError;

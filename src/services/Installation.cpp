@@ -2,6 +2,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
+
+#include "contracts/FileSystem.h"
 
 namespace kv {
 
@@ -11,8 +14,7 @@ std::string ConfigurationFolder() {
   // A program run from its build tree, before it is installed, uses the configuration of its sources.
   std::error_code ec;
   if (!(env && *env) && !std::filesystem::is_directory(folder, ec)) folder = KV_SOURCE_CONFIG_DIR;
-  if (!folder.empty() && folder.back() != '/') folder += '/';
-  return folder;
+  return withTrailingSlash(std::move(folder));
 }
 
 }  // namespace kv

@@ -12,22 +12,6 @@ namespace {
 
 constexpr long kInvalidPatternString = 93;
 
-std::u32string codePoints(std::string_view utf8) {
-  const std::u16string units = text::toUtf16(utf8);
-  std::u32string out;
-  out.reserve(units.size());
-  for (size_t i = 0; i < units.size(); ++i) {
-    const char16_t u = units[i];
-    if (u >= 0xD800 && u <= 0xDBFF && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF) {
-      out += char32_t(0x10000 + ((u - 0xD800) << 10) + (units[i + 1] - 0xDC00));
-      ++i;
-    } else {
-      out += char32_t(u);
-    }
-  }
-  return out;
-}
-
 struct Token {
   enum Kind { Literal, Any, One, Digit, Set };
   explicit Token(Kind k, char32_t c = 0) : kind(k), ch(c) {}
@@ -99,8 +83,8 @@ std::vector<Token> parse(const std::u32string& p) {
 }  // namespace
 
 bool Like(std::string_view text, std::string_view pattern, bool ignoreCase) {
-  const std::u32string t = ignoreCase ? codePoints(text::toLower(text)) : codePoints(text);
-  const std::vector<Token> tokens = parse(ignoreCase ? codePoints(text::toLower(pattern)) : codePoints(pattern));
+  const std::u32string t = ignoreCase ? text::toUtf32(text::toLower(text)) : text::toUtf32(text);
+  const std::vector<Token> tokens = parse(ignoreCase ? text::toUtf32(text::toLower(pattern)) : text::toUtf32(pattern));
 
   // Greedy walk that returns to the last "*" on a mismatch; every other token takes one character.
   size_t ti = 0, pi = 0;

@@ -19,14 +19,19 @@ std::shared_ptr<MessageHandler> messageHandler() {
   return current();
 }
 
-int firstButton(int buttons) {
+std::vector<int> buttonsOf(int buttons) {
   switch (buttons & 7) {
-    case mb::AbortRetryIgnore: return mb::Abort;
-    case mb::YesNoCancel:
-    case mb::YesNo: return mb::Yes;
-    case mb::RetryCancel: return mb::Retry;
-    default: return mb::OK;
+    case mb::OKCancel: return {mb::OK, mb::Cancel};
+    case mb::AbortRetryIgnore: return {mb::Abort, mb::Retry, mb::Ignore};
+    case mb::YesNoCancel: return {mb::Yes, mb::No, mb::Cancel};
+    case mb::YesNo: return {mb::Yes, mb::No};
+    case mb::RetryCancel: return {mb::Retry, mb::Cancel};
+    default: return {mb::OK};
   }
+}
+
+int firstButton(int buttons) {
+  return buttonsOf(buttons).front();
 }
 
 int showHostMessage(const std::string& message, int buttons, const std::string& title) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kv {
 
@@ -27,6 +28,8 @@ void setMessageHandler(std::shared_ptr<MessageHandler> handler);
 std::shared_ptr<MessageHandler> messageHandler();
 int showHostMessage(const std::string& message, int buttons, const std::string& title);
 
+// The buttons of the set in `buttons`, in the order the box shows them.
+std::vector<int> buttonsOf(int buttons);
 // The answer a host gives when nobody can be asked: the first button of the set.
 int firstButton(int buttons);
 

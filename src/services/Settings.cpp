@@ -45,7 +45,7 @@ fs::path machineSettingsFolder() {
   return "/etc/velmora/kavrel5";
 }
 
-// Multi-line values keep line breaks and outer blanks; names ignore case like registry names.
+// Multi-line values keep line breaks and outer blanks; names ignore case.
 struct Ini : CSimpleIniA {
   Ini() : CSimpleIniA(/*utf8*/ true, /*multiKey*/ false, /*multiLine*/ true) {}
 };

@@ -1,4 +1,4 @@
-// The settings store: INI files in place of a registry. Sections are key paths such as
+// The settings store: INI files. Sections are key paths such as
 // "Software\Velmora\Kavrel5" or "Software\Velmora\Kavrel5\Some\Extra"; section and value names
 // are found ignoring case.
 //

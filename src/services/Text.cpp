@@ -111,6 +111,13 @@ std::u16string toUtf16(std::string_view s) {
   return out;
 }
 
+std::u32string toUtf32(std::string_view s) {
+  std::u32string out;
+  out.reserve(s.size());
+  for (size_t i = 0; i < s.size();) out += decode(s, i);
+  return out;
+}
+
 std::string fromUtf16(std::u16string_view s) {
   std::string out;
   out.reserve(s.size());

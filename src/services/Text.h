@@ -8,8 +8,11 @@
 
 namespace kv::text {
 
+// Malformed UTF-8 reads as U+FFFD, one per byte that does not fit.
 std::u16string toUtf16(std::string_view utf8);
 std::string fromUtf16(std::u16string_view utf16);
+// Code points, for matching character by character.
+std::u32string toUtf32(std::string_view utf8);
 
 // Length in UTF-16 code units.
 long length(std::string_view s);
@@ -44,7 +47,7 @@ std::string trimRight(std::string_view s);
 std::vector<std::string> split(std::string_view s, std::string_view delimiter);
 std::string join(const std::vector<std::string>& parts, std::string_view delimiter);
 
-// Case-insensitive ordering and hashing for maps keyed by names.
+// Case-insensitive ordering for maps keyed by names.
 struct LessIgnoreCase {
   using is_transparent = void;
   bool operator()(std::string_view a, std::string_view b) const;

@@ -82,8 +82,7 @@ void ResetLumideskProbes();
 // nullptr when none can be made.
 ObjectPtr GetLDProject(std::string_view FileName);
 
-// True for the file extensions of Visual Basic .NET ("vb", "vbproj"), with or without the dot,
-// ignoring case.
+// True for the extensions "vb" and "vbproj", with or without the dot, ignoring case.
 bool IsVBNETExtension(std::string_view Text);
 // A generic type name without its arity suffix: "List`1" gives "List".
 std::string RemoveGenericSuffix(std::string_view Name);

@@ -31,6 +31,12 @@ class ReferenceSink {
 // Scans `text` once from left to right. Values are not scanned again.
 void scan(std::string_view text, ScanState& state, ReferenceSink& sink);
 
+// Whether a provider's value says that it does not know a reference, which then stays in the
+// text as written.
+inline bool isUnrecognised(std::string_view value) {
+  return value.starts_with("!UNCRECOGNISED");
+}
+
 // Counts double quotes from the start of a text as a search moves forward, so that a search that
 // skips quoted text stays linear however many times it restarts.
 template <class CharT>

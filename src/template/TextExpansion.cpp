@@ -2,7 +2,6 @@
 
 #include <cctype>
 #include <cstring>
-#include <new>
 
 #include "contracts/DataProvider.h"
 #include "contracts/Failure.h"
@@ -13,8 +12,6 @@
 namespace kv {
 
 namespace {
-
-constexpr std::string_view kUnrecognised = "!UNCRECOGNISED";
 
 // Step numbers of the expansion, shown in its failure text.
 enum Step { ScanStep = 1, PropertyStep = 5, DataStep = 7, AppendStep = 9 };
@@ -50,7 +47,7 @@ class ExpansionSink : public expansion::ReferenceSink {
  private:
   void value(const std::string& text, std::string_view name) {
     step = AppendStep;
-    if (text.starts_with(kUnrecognised)) {
+    if (expansion::isUnrecognised(text)) {
       AppendString(mBuffer, "%%", mPointer);
       AppendString(mBuffer, name, mPointer);
       AppendString(mBuffer, "%%", mPointer);
@@ -66,18 +63,6 @@ class ExpansionSink : public expansion::ReferenceSink {
   std::string mBuffer;
   long mPointer = 0;
 };
-
-long failureNumber() {
-  try {
-    throw;
-  } catch (const Failure& f) {
-    return f.number();
-  } catch (const std::bad_alloc&) {
-    return 7;  // out of memory
-  } catch (...) {
-    return err::AutomationError;
-  }
-}
 
 // One pass replacing delimited keys through `lookup`; unknown keys stay as written.
 template <class Lookup>
@@ -183,7 +168,7 @@ std::string InternalParseForProviderProperties(std::string_view Text, DataProvid
     expansion::ScanState state{ReplaceInQuotes, false};
     expansion::scan(Text, state, sink);
   } catch (...) {
-    return "!ERROR " + std::to_string(failureNumber()) + "." + std::to_string(sink.step) +
+    return "!ERROR " + std::to_string(currentFailureNumber()) + "." + std::to_string(sink.step) +
            " IN PARSEFORPROVIDERPROPERTIES!";
   }
   return std::move(sink).result();

@@ -3,38 +3,24 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "contracts/Failure.h"
 #include "contracts/FileSystem.h"
+#include "support/Failures.h"
+#include "support/Files.h"
 #include "support/TempFolder.h"
 
 namespace fs = std::filesystem;
 using kv::FileSystem;
+using kv::test::failureNumber;
+using kv::test::readFile;
+using kv::test::writeFile;
 
 namespace {
 
 class FileSystemTest : public ::testing::Test {
  protected:
   std::string path(const std::string& relative) const { return temp.path(relative); }
-  static std::string bytesOf(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-  }
-  static void writeBytes(const std::string& file, std::string_view bytes) {
-    std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  }
-  template <class F>
-  static long failureNumber(F&& f, std::string* message = nullptr) {
-    try {
-      f();
-    } catch (const kv::Failure& failure) {
-      if (message) *message = failure.what();
-      return failure.number();
-    }
-    return 0;
-  }
-
   kv::test::TempFolder temp;
   const fs::path& root = temp.root();
 };
@@ -84,18 +70,18 @@ TEST_F(FileSystemTest, WritesEachCodePageAsItsBytes) {
   FileSystem file(path("t.txt"));
 
   file.WriteAll("café", kv::codepage::UTF8);
-  EXPECT_EQ(bytesOf(file.FileName()), "caf\xC3\xA9");  // no BOM
+  EXPECT_EQ(readFile(file.FileName()), "caf\xC3\xA9");  // no BOM
 
   file.WriteAll("café", kv::codepage::UTF16LE);
-  EXPECT_EQ(bytesOf(file.FileName()), std::string("\xFF\xFE"
-                                                  "c\0a\0f\0\xE9\0",
-                                                  10));
+  EXPECT_EQ(readFile(file.FileName()), std::string("\xFF\xFE"
+                                                   "c\0a\0f\0\xE9\0",
+                                                   10));
 
   file.WriteAll("café", kv::codepage::Windows1252);
-  EXPECT_EQ(bytesOf(file.FileName()), "caf\xE9");
+  EXPECT_EQ(readFile(file.FileName()), "caf\xE9");
 
   file.WriteAll("€ 日", kv::codepage::Windows1252);  // the euro sign is 0x80; 日 has no byte
-  EXPECT_EQ(bytesOf(file.FileName()), "\x80 ?");
+  EXPECT_EQ(readFile(file.FileName()), "\x80 ?");
 }
 
 TEST_F(FileSystemTest, ReadAllDetectsTheEncoding) {
@@ -107,14 +93,14 @@ TEST_F(FileSystemTest, ReadAllDetectsTheEncoding) {
     EXPECT_EQ(file.ReadAll(codePage), kText) << codePage;
   }
 
-  writeBytes(file.FileName(),
-             "\xEF\xBB\xBF"
-             "caf\xC3\xA9");
+  writeFile(file.FileName(),
+            "\xEF\xBB\xBF"
+            "caf\xC3\xA9");
   EXPECT_EQ(file.ReadAll(), "café");
-  writeBytes(file.FileName(), std::string("\xFE\xFF\0c\0\xE9", 6));
+  writeFile(file.FileName(), std::string("\xFE\xFF\0c\0\xE9", 6));
   EXPECT_EQ(file.ReadAll(), "cé");
   // Not UTF-8: taken as Windows-1252.
-  writeBytes(file.FileName(), "caf\xE9 \x93q\x94");
+  writeFile(file.FileName(), "caf\xE9 \x93q\x94");
   EXPECT_EQ(file.ReadAll(), "café “q”");
   EXPECT_EQ(file.ReadAll(kv::codepage::Windows1252), "café “q”");
   // Read explicitly as UTF-8, bad bytes become replacement characters rather than passing through.
@@ -139,10 +125,10 @@ TEST_F(FileSystemTest, StreamWritesLinesInItsCodePage) {
   file.WriteLine("2");
   file.Close();
   EXPECT_FALSE(file.IsOpen());
-  EXPECT_EQ(bytesOf(file.FileName()), std::string("\xFF\xFE\xE9\0"
-                                                  "1\0\n\0"
-                                                  "2\0",
-                                                  10));
+  EXPECT_EQ(readFile(file.FileName()), std::string("\xFF\xFE\xE9\0"
+                                                   "1\0\n\0"
+                                                   "2\0",
+                                                   10));
 
   // Appending to a file that has content adds no second BOM.
   file.Open(FileSystem::OpenAppend, FileSystem::AccessWrite, FileSystem::ShareNone, kv::codepage::UTF16LE);
@@ -157,7 +143,7 @@ TEST_F(FileSystemTest, StreamWritesLinesInItsCodePage) {
   EXPECT_EQ(failureNumber([&] { file.Open(FileSystem::OpenAlways, FileSystem::AccessWrite); }),
             kv::err::FileAlreadyOpen);
   file.Close();
-  EXPECT_EQ(bytesOf(file.FileName()), "\xC3\xBC\n");
+  EXPECT_EQ(readFile(file.FileName()), "\xC3\xBC\n");
 
   EXPECT_EQ(failureNumber([&] { file.WriteLine("closed"); }), kv::err::BadFileNameOrNumber);
   file.Open(FileSystem::OpenExisting, FileSystem::AccessRead);
@@ -203,7 +189,7 @@ TEST_F(FileSystemTest, ExistenceFoldersAndTimes) {
   EXPECT_TRUE(file.IsReadOnly());
 
   EXPECT_TRUE(file.CopyTo(root.string() + "\\a\\copy.txt"));
-  EXPECT_EQ(bytesOf(path("a/copy.txt")), "x");
+  EXPECT_EQ(readFile(path("a/copy.txt")), "x");
   EXPECT_FALSE(file.CopyTo(path("missing/folder/copy.txt")));
 
   FileSystem folderItself(path("a/b/c"));

@@ -6,18 +6,12 @@
 #include "contracts/Failure.h"
 #include "contracts/Object.h"
 #include "contracts/Variant.h"
+#include "support/Failures.h"
 
 namespace kv {
 namespace {
 
-long failureNumber(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Failure& e) {
-    return e.number();
-  }
-  return 0;
-}
+using test::failureNumber;
 
 TEST(Variant, ConvertsLikeTheObjectModel) {
   EXPECT_TRUE(Variant().isEmpty());
@@ -30,6 +24,8 @@ TEST(Variant, ConvertsLikeTheObjectModel) {
   EXPECT_TRUE(Variant("-1").toBool());
   EXPECT_EQ(Variant(true).toInteger(), -1);
   EXPECT_EQ(Variant("  42").toInteger(), 42);
+  EXPECT_EQ(Variant("+1.5").toDouble(), 1.5);
+  EXPECT_EQ(Variant("-.5").toDouble(), -0.5);
   EXPECT_EQ(Variant(2.5).toInteger(), 2);  // rounds half to even
   EXPECT_EQ(Variant(3.5).toInteger(), 4);
   EXPECT_EQ(Variant(1.25).toString(), "1.25");
@@ -41,6 +37,10 @@ TEST(Variant, RefusesWhatCannotConvert) {
   EXPECT_EQ(failureNumber([] { Variant::null().toString(); }), err::InvalidUseOfNull);
   EXPECT_EQ(failureNumber([] { Variant("maybe").toBool(); }), err::TypeMismatch);
   EXPECT_EQ(failureNumber([] { Variant("12abc").toDouble(); }), err::TypeMismatch);
+  // Only a number is a number: no second sign, no infinity or not-a-number words.
+  for (const char* text : {"+-5", "-+5", "nan", "inf", "-Infinity"})
+    EXPECT_EQ(failureNumber([&] { Variant(text).toDouble(); }), err::TypeMismatch) << text;
+  EXPECT_EQ(failureNumber([] { Variant("nan").toBool(); }), err::TypeMismatch);
   EXPECT_EQ(failureNumber([] { Variant("x").toObject(); }), err::ObjectRequired);
   EXPECT_EQ(failureNumber([] { Variant(1e300).toInteger(); }), err::Overflow);
   EXPECT_TRUE(Variant(ObjectPtr()).isNothing());

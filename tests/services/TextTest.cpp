@@ -9,6 +9,8 @@ TEST(Text, CountsUtf16CodeUnits) {
   EXPECT_EQ(length("Größe"), 5);
   EXPECT_EQ(length("日本語"), 3);
   EXPECT_EQ(length("a😀b"), 4);  // a surrogate pair counts twice
+  EXPECT_EQ(toUtf32("aö😀"), U"aö😀");
+  EXPECT_EQ(toUtf32("a\xC3"), U"a\uFFFD");  // a sequence cut short
 }
 
 TEST(Text, CutsByCodeUnits) {

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "contracts/Configuration.h"
+#include "support/Files.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
 
@@ -27,11 +27,7 @@ class TestConfiguration {
   std::string folder() const { return mFolder.path("config"); }
   std::string path(const std::string& relative) const { return mFolder.path("config/" + relative); }
   // Writes a file below the configuration folder, creating its folders.
-  void write(const std::string& relative, const std::string& content) const {
-    const std::filesystem::path file = path(relative);
-    std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << content;
-  }
+  void write(const std::string& relative, const std::string& content) const { writeFile(path(relative), content); }
   // A folder for output next to the configuration folder.
   std::string scratch(const std::string& relative) const { return mFolder.path(relative); }
 

@@ -57,14 +57,14 @@ class OutputSink : public kv::KVProjectBuildEvents {
 };
 
 int runBuild(const BuildOptions& options) {
-  if (!options.config.empty()) setenv("KAVREL_CONFIG_DIR", fs::absolute(options.config).c_str(), 1);
+  useConfigFolder(options.config);
   const bool terminal = isatty(STDERR_FILENO) != 0;
   const bool interactive = terminal && isatty(STDIN_FILENO) != 0;
   kv::setMessageHandler(std::make_shared<ConsoleMessageHandler>(interactive));
 
   // The project is loaded here rather than by the driver, so that a file that cannot be loaded
   // ends the command and the options apply before the build.
-  const std::string projectFile = fs::absolute(options.project).lexically_normal().string();
+  const std::string projectFile = absolutePath(options.project);
   auto project = kv::KVProject::New();
   auto loadWatch = std::make_shared<LoadWatch>();
   project->Subscribe(loadWatch);
@@ -74,7 +74,7 @@ int runBuild(const BuildOptions& options) {
     project->Terminate();
     return 3;
   }
-  if (!options.output.empty()) project->OutputFolder(fs::absolute(options.output).lexically_normal().string());
+  if (!options.output.empty()) project->OutputFolder(absolutePath(options.output));
   if (options.noCompile) project->CompileHelpFile(false);
 
   auto sink = std::make_shared<OutputSink>();

@@ -160,15 +160,7 @@ void PlainBusyDialog::CaptionChanged(long Index) {
 // --- Message boxes ----------------------------------------------------------------------------
 
 int defaultButton(int buttons) {
-  std::vector<int> set;
-  switch (buttons & 7) {
-    case kv::mb::OKCancel: set = {kv::mb::OK, kv::mb::Cancel}; break;
-    case kv::mb::AbortRetryIgnore: set = {kv::mb::Abort, kv::mb::Retry, kv::mb::Ignore}; break;
-    case kv::mb::YesNoCancel: set = {kv::mb::Yes, kv::mb::No, kv::mb::Cancel}; break;
-    case kv::mb::YesNo: set = {kv::mb::Yes, kv::mb::No}; break;
-    case kv::mb::RetryCancel: set = {kv::mb::Retry, kv::mb::Cancel}; break;
-    default: set = {kv::mb::OK}; break;
-  }
+  const std::vector<int> set = kv::buttonsOf(buttons);
   const size_t chosen = size_t((buttons >> 8) & 3);  // the second, third or fourth button as default
   return chosen < set.size() ? set[chosen] : set.front();
 }

@@ -2,8 +2,6 @@
 // created (and why not), and the templates that serve it, so that a user can see why a doc type
 // is missing from projects.
 #include <CLI/CLI.hpp>
-#include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 
@@ -68,7 +66,7 @@ void registerDocTypesCommand(CLI::App& app, int& exitCode) {
   auto config = std::make_shared<std::string>();
   command->add_option("--config", *config, "Configuration folder of the installation")->check(CLI::ExistingDirectory);
   command->callback([&exitCode, config] {
-    if (!config->empty()) setenv("KAVREL_CONFIG_DIR", std::filesystem::absolute(*config).c_str(), 1);
+    useConfigFolder(*config);
     exitCode = run();
   });
 }

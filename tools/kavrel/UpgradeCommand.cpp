@@ -1,6 +1,5 @@
 // kavrel upgrade: reads a project file of any version and writes it in the current format.
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 
@@ -10,7 +9,6 @@
 
 namespace kavrel {
 namespace {
-namespace fs = std::filesystem;
 
 struct UpgradeOptions {
   std::string project;
@@ -20,9 +18,8 @@ struct UpgradeOptions {
 int runUpgrade(const UpgradeOptions& options) {
   // Nobody is asked: the project answers its own questions, and failure reports go to standard error.
   kv::setMessageHandler(std::make_shared<ConsoleMessageHandler>(false));
-  const std::string projectFile = fs::absolute(options.project).lexically_normal().string();
-  const std::string target =
-      options.target.empty() ? std::string() : fs::absolute(options.target).lexically_normal().string();
+  const std::string projectFile = absolutePath(options.project);
+  const std::string target = options.target.empty() ? std::string() : absolutePath(options.target);
   return kv::UpgradeProjectFile(projectFile, target, std::cerr);
 }
 
