@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "project/Subscribers.h"
+#include "services/Subscribers.h"
 
 namespace kv {
 

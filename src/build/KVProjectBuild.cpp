@@ -48,11 +48,6 @@ bool isHelpVersion1(kv::KVProject& project) {
   return std::atol(project.HTMLHelpVersion().c_str()) == 1;
 }
 
-std::string withSlash(std::string folder) {
-  if (!folder.empty() && folder.back() != '/') folder += '/';
-  return folder;
-}
-
 }  // namespace
 
 // Receives the events of the project and of the busy dialog on behalf of the driver.
@@ -132,15 +127,12 @@ KVBuildResultEnum KVProjectBuild::Build(const std::shared_ptr<kv::KVProject>& KV
   try {
     if (!RunBuild(ShowBusyDialog, ShowResultsDialog, result)) return result;
   } catch (...) {
-    long number = err::AutomationError;
+    const long number = currentFailureNumber();
     unsigned line = 0;
     try {
       throw;
     } catch (const Failure& f) {
-      number = f.number();
       line = f.where().line();
-    } catch (const std::bad_alloc&) {
-      number = 7;
     } catch (...) {
     }
     ignoreFailure([&] {
@@ -374,9 +366,11 @@ std::string KVProjectBuild::ConfigPath() {
   if (mConfigPath.empty() && mKVProject) {
     const bool hasDocTypes = mKVProject->DocTypes != nullptr;
     if (hasDocTypes && mKVProject->IsLumidesk()) {
-      mConfigPath = withSlash(GetMachineValue("InstallDir", "", "Software\\Velmora\\Lumidesk2")) + "configuration/";
+      mConfigPath =
+          withTrailingSlash(GetMachineValue("InstallDir", "", "Software\\Velmora\\Lumidesk2")) + "configuration/";
     } else if (hasDocTypes && mKVProject->IsLumideskLite()) {
-      mConfigPath = withSlash(GetMachineValue("LiteInstallDir", "", "Software\\Velmora\\Lumidesk2")) + "configuration/";
+      mConfigPath =
+          withTrailingSlash(GetMachineValue("LiteInstallDir", "", "Software\\Velmora\\Lumidesk2")) + "configuration/";
     } else {
       mConfigPath = ConfigurationFolder();
     }

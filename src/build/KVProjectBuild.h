@@ -12,7 +12,7 @@
 #include "build/ResultsDialog.h"
 #include "contracts/Variant.h"
 #include "project/Enums.h"
-#include "project/Subscribers.h"
+#include "services/Subscribers.h"
 
 namespace kv {
 

@@ -335,13 +335,11 @@ void ModelComments::Load(const XMLNode& e) {
 }
 
 void ModelComments::Subscribe(std::weak_ptr<ModelCommentsEvents> subscriber) {
-  mSubscribers.push_back(std::move(subscriber));
+  mSubscribers.Add(std::move(subscriber));
 }
 
 void ModelComments::RaiseDirtyStateChanged() {
-  const auto subscribers = mSubscribers;
-  for (const auto& weak : subscribers)
-    if (auto subscriber = weak.lock()) subscriber->DirtyStateChanged();
+  mSubscribers.Raise([](ModelCommentsEvents& e) { e.DirtyStateChanged(); });
 }
 
 // --- The configuration root --------------------------------------------------------------------

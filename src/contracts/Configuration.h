@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "contracts/Collection.h"
+#include "services/Subscribers.h"
 #include "services/Text.h"
 
 namespace kv {
@@ -263,7 +264,7 @@ class ModelComments {
   void RaiseDirtyStateChanged();
   std::string mName;
   Collection<std::shared_ptr<ModelComment>> mItems;
-  std::vector<std::weak_ptr<ModelCommentsEvents>> mSubscribers;
+  Subscribers<ModelCommentsEvents> mSubscribers;
 };
 
 class ModelCommentProfiles : public Collection<std::shared_ptr<ModelComments>> {};

@@ -15,7 +15,7 @@
 #include "contracts/UnicodeHelpers.h"
 #include "project/Enums.h"
 #include "project/KVProjectEvents.h"
-#include "project/Subscribers.h"
+#include "services/Subscribers.h"
 
 namespace kv {
 
