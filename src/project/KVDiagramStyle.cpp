@@ -83,22 +83,22 @@ void KVDiagramStyle::DiagramStyleSource(DiagramStyleSourceEnum v) {
 
 void KVDiagramStyle::Load(const XMLNode& e) {
   using xmlvalue::Attr;
+  using xmlvalue::Int32Attr;
   using xmlvalue::IsTrue;
   // Every value present is read; a missing or bad one fails to the caller once all are through.
   bool failed = false;
   auto read = [&](auto&& body) { failed |= !ignoreFailure(body); };
-  auto number = [&](std::string_view name) { return std::int32_t(xmlvalue::Strict(Attr(e, name))); };
-  read([&] { mDiagramStyleSource = DiagramStyleSourceEnum(number("DiagramStyleSource")); });
-  read([&] { mobjFillColor = number("ObjFillColor"); });
-  read([&] { mobjTextColor = number("ObjTextColor"); });
-  read([&] { mobjBorderColor = number("ObjBordercolor"); });
-  read([&] { mcolFillColor = number("ColFillColor"); });
-  read([&] { mcolTextColor = number("ColTextColor"); });
-  read([&] { mcolBorderColor = number("ColBorderColor"); });
+  read([&] { mDiagramStyleSource = DiagramStyleSourceEnum(Int32Attr(e, "DiagramStyleSource")); });
+  read([&] { mobjFillColor = Int32Attr(e, "ObjFillColor"); });
+  read([&] { mobjTextColor = Int32Attr(e, "ObjTextColor"); });
+  read([&] { mobjBorderColor = Int32Attr(e, "ObjBordercolor"); });
+  read([&] { mcolFillColor = Int32Attr(e, "ColFillColor"); });
+  read([&] { mcolTextColor = Int32Attr(e, "ColTextColor"); });
+  read([&] { mcolBorderColor = Int32Attr(e, "ColBorderColor"); });
   read([&] { mUseDropShadow = IsTrue(Attr(e, "UseDropShadow")); });
   read([&] { mCenterCaptions = IsTrue(Attr(e, "CenterCaptions")); });
   read([&] { mDiagramBold = IsTrue(Attr(e, "DiagramBold")); });
-  read([&] { mBorderWidth = number("BorderWidth"); });
+  read([&] { mBorderWidth = Int32Attr(e, "BorderWidth"); });
   read([&] { mUseDiagramShapes = IsTrue(Attr(e, "UseDiagramShapes")); });
   if (failed) throw Failure(err::InvalidProcedureCall, "The diagram style is incomplete");
 }

@@ -2,6 +2,7 @@
 // comparison with "True"), numbers as decimal text.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,10 @@ long Leading(std::string_view s);
 // The attribute's value; fails when the element has no such attribute (case ignored).
 inline std::string Attr(const XMLNode& e, std::string_view name) {
   return e.Attributes().Item(name).Value();
+}
+// The attribute's value as a strictly read 32-bit number (colours, levels, enumerations).
+inline std::int32_t Int32Attr(const XMLNode& e, std::string_view name) {
+  return std::int32_t(Strict(Attr(e, name)));
 }
 
 }  // namespace kv::xmlvalue
