@@ -5,8 +5,8 @@
 #include <string>
 
 #include "contracts/DataProvider.h"
-#include "contracts/ParserElement.h"
-#include "contracts/ParserTemplate.h"
+#include "template/ParserElement.h"
+#include "template/ParserTemplate.h"
 #include "template/TextExpansion.h"
 
 namespace {

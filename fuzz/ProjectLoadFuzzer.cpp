@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "host/MessageBox.h"
 #include "project/KVProject.h"
-#include "services/MessageBox.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <sstream>
 
+#include "host/Process.h"
+#include "host/modMain.h"
 #include "project/KVProject.h"
-#include "services/Process.h"
-#include "services/modMain.h"
 
 namespace kv {
 namespace fs = std::filesystem;

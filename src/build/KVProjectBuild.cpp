@@ -5,15 +5,15 @@
 #include <ctime>
 #include <new>
 
-#include "contracts/Failure.h"
-#include "contracts/FileSystem.h"
-#include "contracts/UnicodeHelpers.h"
+#include "files/FileSystem.h"
+#include "files/UnicodeHelpers.h"
+#include "host/FailureHandler.h"
+#include "host/Installation.h"
+#include "host/SoundPlayer.h"
+#include "host/modMain.h"
 #include "project/KVProject.h"
-#include "services/FailureHandler.h"
-#include "services/Installation.h"
-#include "services/SoundPlayer.h"
+#include "services/Failure.h"
 #include "services/Text.h"
-#include "services/modMain.h"
 
 namespace kv {
 namespace {

@@ -7,12 +7,12 @@
 
 namespace kv {
 
-class KVProject;
+class ProjectContext;
 class XMLNode;
 
 class KVContentFile {
  public:
-  std::weak_ptr<kv::KVProject> KVProject;
+  std::weak_ptr<ProjectContext> KVProject;
   std::string FileName;  // absolute
   std::string DocType;
   std::string ItemMoniker;

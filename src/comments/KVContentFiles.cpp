@@ -1,8 +1,8 @@
 #include "comments/KVContentFiles.h"
 
-#include "contracts/FileSystem.h"
-#include "contracts/XmlDocument.h"
-#include "project/KVProject.h"
+#include "contracts/ProjectContext.h"
+#include "files/FileSystem.h"
+#include "files/XmlDocument.h"
 
 namespace kv {
 

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "comments/KVContentFile.h"
-#include "project/RecordCollection.h"
+#include "contracts/RecordCollection.h"
 
 namespace kv {
 

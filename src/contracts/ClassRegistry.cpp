@@ -1,6 +1,6 @@
 #include "contracts/ClassRegistry.h"
 
-#include "contracts/Failure.h"
+#include "services/Failure.h"
 
 namespace kv {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "contracts/Failure.h"
+#include "services/Failure.h"
 #include "services/Text.h"
 
 namespace kv {

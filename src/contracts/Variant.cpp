@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "contracts/Failure.h"
+#include "services/Failure.h"
 #include "services/Text.h"
 
 namespace kv {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "project/RecordCollection.h"
+#include "contracts/RecordCollection.h"
 
 namespace kv {
 

@@ -1,6 +1,6 @@
 #include "project/CommunityProperties.h"
 
-#include "contracts/XmlDocument.h"
+#include "files/XmlDocument.h"
 
 namespace kv {
 

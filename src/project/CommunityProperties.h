@@ -2,7 +2,7 @@
 // project only loads it from its element and saves it back unchanged.
 #pragma once
 
-#include "contracts/Configuration.h"
+#include "definitions/Configuration.h"
 
 namespace kv {
 

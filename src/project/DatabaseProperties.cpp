@@ -1,7 +1,8 @@
 #include "project/DatabaseProperties.h"
 
-#include "project/XmlValues.h"
-#include "services/FailureHandler.h"
+#include "files/XmlValues.h"
+#include "host/FailureHandler.h"
+#include "services/Failure.h"
 
 namespace kv {
 

@@ -1,8 +1,8 @@
 #include "project/DotNetProperties.h"
 
-#include "contracts/Configuration.h"
-#include "project/XmlValues.h"
-#include "services/FailureHandler.h"
+#include "definitions/Configuration.h"
+#include "files/XmlValues.h"
+#include "host/FailureHandler.h"
 #include "services/Like.h"
 #include "services/Text.h"
 
@@ -12,7 +12,7 @@ void DotNetProperties::AttributeFilter(std::string_view v) {
   if (v == mAttributeFilter) return;
   mAttributeFilter = v;
   SplitAttributeFilter();
-  MarkProjectChanged(KVProject);
+  Changed();
 }
 
 void DotNetProperties::SplitAttributeFilter() {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "project/RecordCollection.h"
+#include "contracts/RecordCollection.h"
 
 namespace kv {
 

@@ -1,10 +1,10 @@
 #include "project/KVDiagramStyle.h"
 
-#include "contracts/Configuration.h"
+#include "definitions/Configuration.h"
+#include "files/XmlValues.h"
+#include "host/FailureHandler.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
-#include "project/XmlValues.h"
-#include "services/FailureHandler.h"
 
 namespace kv {
 
@@ -64,7 +64,7 @@ bool KVDiagramStyle::UseDiagramShapes() const {
 void KVDiagramStyle::DiagramStyleSource(DiagramStyleSourceEnum v) {
   if (v != mDiagramStyleSource) {
     mDiagramStyleSource = v;
-    MarkProjectChanged(KVProject);
+    Changed();
   }
   const auto tmpl = CurrentTemplate();
   if (!tmpl) return;

@@ -4,16 +4,16 @@
 
 #include "comments/KVContentFiles.h"
 #include "contracts/ClassRegistry.h"
-#include "contracts/FileSystem.h"
-#include "contracts/XmlDocument.h"
+#include "files/FileSystem.h"
+#include "files/XmlDocument.h"
+#include "files/XmlValues.h"
+#include "host/FailureHandler.h"
+#include "host/modMain.h"
 #include "project/CommunityProperties.h"
 #include "project/INamespaceProvider.h"
 #include "project/KVProject.h"
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"
-#include "project/XmlValues.h"
-#include "services/FailureHandler.h"
-#include "services/modMain.h"
 
 namespace kv {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "contracts/Configuration.h"
+#include "definitions/Configuration.h"
 #include "project/IKVProjectPlugIn.h"
 #include "project/TOCSource.h"
 

@@ -1,9 +1,9 @@
 #include "project/KVDocTypes.h"
 
-#include "contracts/XmlDocument.h"
+#include "files/XmlDocument.h"
+#include "host/FailureHandler.h"
 #include "project/KVProject.h"
 #include "project/PlugInLoader.h"
-#include "services/FailureHandler.h"
 
 namespace kv {
 namespace {

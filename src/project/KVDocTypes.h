@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "contracts/Collection.h"
-#include "contracts/Configuration.h"
+#include "definitions/Configuration.h"
 #include "project/KVDocType.h"
 
 namespace kv {

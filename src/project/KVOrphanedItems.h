@@ -4,7 +4,7 @@
 #include <string>
 
 #include "contracts/Object.h"
-#include "project/RecordCollection.h"
+#include "contracts/RecordCollection.h"
 
 namespace kv {
 

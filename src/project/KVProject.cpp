@@ -7,8 +7,12 @@
 
 #include "comments/KVContentFiles.h"
 #include "contracts/ClassRegistry.h"
-#include "contracts/Configuration.h"
-#include "contracts/UnicodeHelpers.h"
+#include "definitions/Configuration.h"
+#include "files/UnicodeHelpers.h"
+#include "files/XmlValues.h"
+#include "host/FailureHandler.h"
+#include "host/MessageBox.h"
+#include "host/modMain.h"
 #include "project/AdditionalFiles.h"
 #include "project/CommunityProperties.h"
 #include "project/DatabaseProperties.h"
@@ -20,11 +24,7 @@
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"
 #include "project/XSDProperties.h"
-#include "project/XmlValues.h"
-#include "services/FailureHandler.h"
-#include "services/MessageBox.h"
 #include "services/Text.h"
-#include "services/modMain.h"
 
 namespace kv {
 namespace {

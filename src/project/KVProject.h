@@ -10,9 +10,10 @@
 #include <string>
 
 #include "contracts/Collection.h"
-#include "contracts/FileSystem.h"
 #include "contracts/Object.h"
-#include "contracts/UnicodeHelpers.h"
+#include "contracts/ProjectContext.h"
+#include "files/FileSystem.h"
+#include "files/UnicodeHelpers.h"
 #include "project/Enums.h"
 #include "project/KVProjectEvents.h"
 #include "services/Subscribers.h"
@@ -38,7 +39,7 @@ class NamespaceDef;
 class XMLDocument;
 class INamespaceProvider;
 
-class KVProject : public Object {
+class KVProject : public Object, public ProjectContext {
   struct Token {};
 
  public:
@@ -230,9 +231,9 @@ class KVProject : public Object {
   // A file name relative to the project file, and back to an absolute one. The text forms take
   // names as stored in files, relative or absolute, with "/" or "\\".
   std::string ToRelativeFileName(FileSystem& FileName) const;
-  std::string ToRelativeFileName(std::string_view FileName) const;
+  std::string ToRelativeFileName(std::string_view FileName) const override;
   std::string FromRelativeFileNAme(FileSystem& FileName) const;
-  std::string FromRelativeFileNAme(std::string_view FileName) const;
+  std::string FromRelativeFileNAme(std::string_view FileName) const override;
 
   // --- Variables ----------------------------------------------------------------------------
   // The stored value of a project or template variable, a colour variable as "#RRGGBB"; fails
@@ -252,7 +253,7 @@ class KVProject : public Object {
   void RaiseBuildError(const std::string& Text, KVErrorLevel Level = KVWarning);
 
   // --- Change tracking and build state ------------------------------------------------------
-  void Changed();
+  void Changed() override;
   // Lets the host handle input (the default polls nothing), then tells whether to stop.
   bool Cancelled();
   std::function<void()> DoEvents;

@@ -3,8 +3,12 @@
 #include <algorithm>
 
 #include "comments/KVContentFiles.h"
-#include "contracts/Configuration.h"
-#include "contracts/XmlDocument.h"
+#include "definitions/Configuration.h"
+#include "files/XmlDocument.h"
+#include "files/XmlValues.h"
+#include "host/FailureHandler.h"
+#include "host/MessageBox.h"
+#include "host/modMain.h"
 #include "project/AdditionalFiles.h"
 #include "project/CommunityProperties.h"
 #include "project/DatabaseProperties.h"
@@ -17,11 +21,7 @@
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"
 #include "project/XSDProperties.h"
-#include "project/XmlValues.h"
-#include "services/FailureHandler.h"
-#include "services/MessageBox.h"
 #include "services/Text.h"
-#include "services/modMain.h"
 
 namespace kv {
 namespace {

@@ -1,11 +1,11 @@
 // The project's side of the plug-in contract: namespace providers, plug-in resets and the files
 // that plug-ins and templates add to the output.
 #include "contracts/ClassRegistry.h"
-#include "contracts/XmlDocument.h"
+#include "files/XmlDocument.h"
+#include "host/FailureHandler.h"
 #include "project/INamespaceProvider.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
-#include "services/FailureHandler.h"
 
 namespace kv {
 namespace {

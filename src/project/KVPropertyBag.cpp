@@ -1,6 +1,6 @@
 #include "project/KVPropertyBag.h"
 
-#include "project/XmlValues.h"
+#include "files/XmlValues.h"
 
 namespace kv {
 

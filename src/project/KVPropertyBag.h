@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "project/RecordCollection.h"
+#include "contracts/RecordCollection.h"
 
 namespace kv {
 
-class KVProject;
+class ProjectContext;
 class XMLNode;
 
 class PropertyValue {
@@ -24,7 +24,7 @@ class PropertyValues : public KeyedCollection<PropertyValue> {};
 class KVPropertyBag {
  public:
   // Without a project (as for the included namespace names) changes mark nothing.
-  std::weak_ptr<kv::KVProject> KVProject;
+  std::weak_ptr<ProjectContext> KVProject;
 
   // The stored value, or `DefaultValue` when there is none.
   std::string PropertyValue(std::string_view Name, std::string_view DefaultValue) const;

@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "contracts/ClassRegistry.h"
-#include "services/Installation.h"
+#include "host/Installation.h"
 
 namespace kv {
 namespace {

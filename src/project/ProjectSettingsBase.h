@@ -4,8 +4,6 @@
 
 #include <memory>
 
-#include "project/RecordCollection.h"
-
 namespace kv {
 
 class KVProject;
@@ -19,8 +17,10 @@ class ProjectSettingsBase {
   void Set(T& member, const V& value) {
     if (member == value) return;
     member = value;
-    MarkProjectChanged(KVProject);
+    Changed();
   }
+  // Marks the project changed, if it is still there.
+  void Changed() const;
 };
 
 }  // namespace kv

@@ -1,7 +1,7 @@
 #include "project/ProjectUpgrade.h"
 
+#include "host/FailureHandler.h"
 #include "project/KVProject.h"
-#include "services/FailureHandler.h"
 
 namespace kv {
 namespace {

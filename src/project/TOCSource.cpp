@@ -1,10 +1,10 @@
 #include "project/TOCSource.h"
 
+#include "files/XmlValues.h"
+#include "host/FailureHandler.h"
+#include "host/MessageBox.h"
 #include "project/KVDocType.h"
 #include "project/KVProject.h"
-#include "project/XmlValues.h"
-#include "services/FailureHandler.h"
-#include "services/MessageBox.h"
 
 namespace kv {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "contracts/Configuration.h"
-#include "project/RecordCollection.h"
+#include "contracts/RecordCollection.h"
+#include "definitions/Configuration.h"
 
 namespace kv {
 

@@ -1,8 +1,8 @@
 #include "project/XSDProperties.h"
 
-#include "contracts/Configuration.h"
-#include "project/XmlValues.h"
-#include "services/FailureHandler.h"
+#include "definitions/Configuration.h"
+#include "files/XmlValues.h"
+#include "host/FailureHandler.h"
 
 namespace kv {
 

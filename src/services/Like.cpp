@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "contracts/Failure.h"
+#include "services/Failure.h"
 #include "services/Text.h"
 
 namespace kv {

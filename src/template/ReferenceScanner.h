@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "contracts/ParserElement.h"
+#include "template/ParserElement.h"
 
 namespace kv::expansion {
 

@@ -4,9 +4,9 @@
 #include <cstring>
 
 #include "contracts/DataProvider.h"
-#include "contracts/Failure.h"
-#include "contracts/ParserElement.h"
+#include "services/Failure.h"
 #include "services/Text.h"
+#include "template/ParserElement.h"
 #include "template/ReferenceScanner.h"
 
 namespace kv {

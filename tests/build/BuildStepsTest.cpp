@@ -5,9 +5,9 @@
 #include <fstream>
 
 #include "build/BuildSteps.h"
+#include "host/Process.h"
+#include "host/modMain.h"
 #include "project/KVProject.h"
-#include "services/Process.h"
-#include "services/modMain.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
 

@@ -8,9 +8,9 @@
 #include <stdexcept>
 
 #include "build/KVProjectBuild.h"
-#include "contracts/Failure.h"
+#include "host/SoundPlayer.h"
 #include "project/KVProject.h"
-#include "services/SoundPlayer.h"
+#include "services/Failure.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
 

@@ -3,9 +3,9 @@
 
 #include "contracts/ClassRegistry.h"
 #include "contracts/Collection.h"
-#include "contracts/Failure.h"
 #include "contracts/Object.h"
 #include "contracts/Variant.h"
+#include "services/Failure.h"
 #include "support/Failures.h"
 
 namespace kv {

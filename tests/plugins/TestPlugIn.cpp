@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "contracts/ClassRegistry.h"
-#include "contracts/Configuration.h"
-#include "contracts/XmlDocument.h"
+#include "definitions/Configuration.h"
+#include "files/XmlDocument.h"
 #include "project/IKVProjectPlugIn.h"
 #include "project/INamespaceProvider.h"
 #include "project/KVDocTypes.h"

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "comments/KVContentFiles.h"
-#include "contracts/XmlDocument.h"
+#include "files/XmlDocument.h"
 #include "project/CommunityProperties.h"
 #include "project/INamespaceProvider.h"
 #include "project/KVDocTypes.h"

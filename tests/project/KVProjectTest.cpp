@@ -1,13 +1,12 @@
-#include "project/KVProject.h"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 
 #include "contracts/ClassRegistry.h"
+#include "host/MessageBox.h"
 #include "project/KVDocTypes.h"
-#include "services/MessageBox.h"
+#include "project/KVProject.h"
 #include "support/TempFolder.h"
 
 namespace kv {
@@ -201,8 +200,7 @@ TEST_F(ProjectTest, SilentMessageBoxesAnswerWithoutAskingAndReportTheText) {
   EXPECT_EQ(project->ShowMessageBox("Note", mb::OKOnly + mb::Information, "t"), 0);
   EXPECT_EQ(project->InternalShowMessageBox("Keep?", mb::YesNo, "t", mb::Yes), mb::Yes);
   EXPECT_TRUE(host->messages.empty());
-  EXPECT_EQ(events->postStatus,
-            (std::vector<std::string>{"Replace?", "Go on?", "Save?", "Retry?", "Note", "Keep?"}));
+  EXPECT_EQ(events->postStatus, (std::vector<std::string>{"Replace?", "Go on?", "Save?", "Retry?", "Note", "Keep?"}));
 }
 
 TEST_F(ProjectTest, MessageBoxHandlerWinsOverSilentAndHost) {

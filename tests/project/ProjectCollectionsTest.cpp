@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "contracts/Configuration.h"
+#include "definitions/Configuration.h"
+#include "host/MessageBox.h"
 #include "project/AdditionalFiles.h"
 #include "project/KVDiagramStyle.h"
 #include "project/KVDocTypes.h"
@@ -9,7 +10,6 @@
 #include "project/SortableCollection.h"
 #include "project/TOCSource.h"
 #include "project/VariableValues.h"
-#include "services/MessageBox.h"
 
 namespace kv {
 namespace {

@@ -4,8 +4,8 @@
 #include <fstream>
 
 #include "comments/KVContentFiles.h"
-#include "contracts/Configuration.h"
-#include "contracts/XmlDocument.h"
+#include "definitions/Configuration.h"
+#include "files/XmlDocument.h"
 #include "project/AdditionalFiles.h"
 #include "project/DatabaseProperties.h"
 #include "project/DotNetProperties.h"

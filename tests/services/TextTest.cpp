@@ -1,6 +1,6 @@
-#include "services/Text.h"
-
 #include <gtest/gtest.h>
+
+#include "services/Text.h"
 
 using namespace kv::text;
 

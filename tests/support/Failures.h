@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "contracts/Failure.h"
+#include "services/Failure.h"
 
 namespace kv::test {
 

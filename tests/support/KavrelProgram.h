@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "services/Process.h"
+#include "host/Process.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
 

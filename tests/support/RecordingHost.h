@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "services/MessageBox.h"
+#include "host/MessageBox.h"
 
 namespace kv::test {
 

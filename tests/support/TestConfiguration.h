@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "contracts/Configuration.h"
+#include "definitions/Configuration.h"
 #include "support/Files.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"

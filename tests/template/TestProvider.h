@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "contracts/DataProvider.h"
-#include "contracts/ParserElement.h"
+#include "template/ParserElement.h"
 #include "template/TextExpansion.h"
 
 namespace kv::testing {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "contracts/Failure.h"
+#include "services/Failure.h"
 #include "template/TestProvider.h"
 #include "template/TextExpansion.h"
 

@@ -9,10 +9,10 @@
 #include <iostream>
 #include <utility>
 
-#include "contracts/Failure.h"
-#include "contracts/FileSystem.h"
-#include "contracts/UnicodeHelpers.h"
-#include "services/Process.h"
+#include "files/FileSystem.h"
+#include "files/UnicodeHelpers.h"
+#include "host/Process.h"
+#include "services/Failure.h"
 #include "services/Text.h"
 
 namespace kavrel {

@@ -8,7 +8,7 @@
 
 #include "build/BusyDialog.h"
 #include "build/ResultsDialog.h"
-#include "services/MessageBox.h"
+#include "host/MessageBox.h"
 
 namespace kavrel {
 

@@ -7,7 +7,7 @@
 
 #include "Commands.h"
 #include "contracts/ClassRegistry.h"
-#include "contracts/Configuration.h"
+#include "definitions/Configuration.h"
 #include "project/IKVProjectPlugIn.h"
 #include "project/PlugInLoader.h"
 

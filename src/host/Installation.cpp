@@ -1,0 +1,20 @@
+#include "host/Installation.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+#include "files/FileSystem.h"
+
+namespace kv {
+
+std::string ConfigurationFolder() {
+  const char* env = std::getenv("KAVREL_CONFIG_DIR");
+  std::string folder = env && *env ? env : KV_DEFAULT_CONFIG_DIR;
+  // A program run from its build tree, before it is installed, uses the configuration of its sources.
+  std::error_code ec;
+  if (!(env && *env) && !std::filesystem::is_directory(folder, ec)) folder = KV_SOURCE_CONFIG_DIR;
+  return withTrailingSlash(std::move(folder));
+}
+
+}  // namespace kv

@@ -1,0 +1,121 @@
+// The library's global object. Hosts and classes reach the general helpers through it; the
+// instance count decides when process-wide state is set up and released.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "host/modMain.h"
+#include "template/TextExpansion.h"
+
+namespace kv {
+
+// The windows a host has open, so that they can be unloaded when the last Root goes.
+class HostForms {
+ public:
+  // Registers an open form and returns its id; `unload` closes it.
+  static std::size_t Open(std::string name, std::function<void()> unload);
+  // Forgets a form that closed by itself.
+  static void Close(std::size_t id);
+  static std::size_t Count();
+  // Unloads every open form, the last opened first; failures are dropped.
+  static void UnloadAll();
+};
+
+class Root {
+ public:
+  Root();
+  ~Root();
+  Root(const Root&) = delete;
+  Root& operator=(const Root&) = delete;
+
+  // The process-wide instance, made on first use. A host calls releaseGlobal at shutdown so that
+  // the last-instance work runs.
+  static Root& global();
+  static void releaseGlobal();
+  static long instanceCount();
+
+  // Refreshes the stored window layouts of the host for a layout name; the first instance calls it
+  // with "" and with "KV2008". Default none.
+  using LayoutRefresh = std::function<void(const std::string& layoutName)>;
+  static void setLayoutRefresh(LayoutRefresh refresh);
+  // Registers the release of a process-wide object (a cache); it runs whenever the last instance
+  // goes, and stays registered.
+  static void addRelease(std::function<void()> release);
+
+  std::int32_t DefaultWrapLength = 80;
+  // Markup around editable comment spans, from the machine settings.
+  std::string EditableSpanPrefix;
+  std::string EditableSpanSuffix;
+
+  std::string RegKeyPath() const { return kv::RegKeyPath(); }
+  std::string GetAppValue(std::string_view ValueName, std::string_view DefaultValue = {},
+                          std::string_view ExtraPath = {}) const {
+    return kv::GetAppValue(ValueName, DefaultValue, ExtraPath);
+  }
+  void SetAppValue(std::string_view ValueName, std::string_view Value, std::string_view ExtraPath = {}) const {
+    kv::SetAppValue(ValueName, Value, ExtraPath);
+  }
+  std::string ReplaceSystemPath(std::string_view FileName) const { return kv::ReplaceSystemPath(FileName); }
+  std::string ElapsedTime(DateTime t1, DateTime t2) const { return kv::ElapsedTime(t1, t2); }
+  std::string ColorToWebHex(std::int64_t Color) const { return kv::ColorToWebHex(Color); }
+  bool DelTree32(std::string_view sPathToDel) const { return kv::DelTree32(sPathToDel); }
+  std::string ToRelativeFileName(FileSystem& FileName, FileSystem& RelativeTo) const {
+    return kv::ToRelativeFileName(FileName, RelativeTo);
+  }
+  std::string FromRelativeFileNAme(FileSystem& FileName, FileSystem& RelativeTo) const {
+    return kv::FromRelativeFileNAme(FileName, RelativeTo);
+  }
+  std::string FromRelativeFileNAme(std::string_view FileName, FileSystem& RelativeTo) const {
+    return kv::FromRelativeFileNAme(FileName, RelativeTo);
+  }
+  std::string GetTreePath(const TreeView& Tree) const { return kv::GetTreePath(Tree); }
+  void SetTreePath(TreeView& Tree, std::string_view Path) const { kv::SetTreePath(Tree, Path); }
+  bool IsXPSP2() const { return kv::IsXPSP2(); }
+  bool AreRegularExpressionsAvailable() const { return kv::AreRegularExpressionsAvailable(); }
+  bool IsValidRegularExpression(std::string_view SearchString, std::string_view ReplaceString = {}) const {
+    return kv::IsValidRegularExpression(SearchString, ReplaceString);
+  }
+  bool IsLumideskLiteInstalled() const { return kv::IsLumideskLiteInstalled(); }
+  bool IsLumidesk2Installed() const { return kv::IsLumidesk2Installed(); }
+  bool IsLumidesk3Installed() const { return kv::IsLumidesk3Installed(); }
+  bool IsLumideskInstalled() const { return kv::IsLumideskInstalled(); }
+  ObjectPtr GetLDProject(std::string_view FileName) const { return kv::GetLDProject(FileName); }
+  bool IsVBNETExtension(std::string_view Text) const { return kv::IsVBNETExtension(Text); }
+  std::string RemoveGenericSuffix(std::string_view Name) const { return kv::RemoveGenericSuffix(Name); }
+  bool InIDE() const { return kv::InIDE(); }
+
+  // Text expansion of the template language.
+  long InStrEx(long Start, std::string_view Source, std::string_view Seeking, int CompareMode = compare::BinaryCompare,
+               bool IgnoreCommentCharacter = false) const {
+    return kv::InStrEx(Start, Source, Seeking, CompareMode, IgnoreCommentCharacter);
+  }
+  std::vector<std::string> SplitEx(std::string_view Source, std::string_view Delimeter) const {
+    return kv::SplitEx(Source, Delimeter);
+  }
+  StringCollection GetParameters(std::string_view Source) const { return kv::GetParameters(Source); }
+  std::string ParseForProviderProperties(std::string_view Text, DataProvider& DDP) const {
+    return kv::ParseForProviderProperties(Text, DDP);
+  }
+  std::string ParseForProviderPropertiesEx(std::string_view Text, DataProvider& DDP) const {
+    return kv::ParseForProviderPropertiesEx(Text, DDP);
+  }
+  std::string ParseForPhrases(std::string_view Text, const PhraseLookup& Phrases,
+                              std::string_view Delimeter = "$$") const {
+    return kv::ParseForPhrases(Text, Phrases, Delimeter);
+  }
+  std::string ParseForParameters(std::string_view Text, const StringCollection& Parameters,
+                                 std::string_view Delimeter) const {
+    return kv::ParseForParameters(Text, Parameters, Delimeter);
+  }
+  std::string StripQuotes(std::string_view Source) const { return kv::StripQuotes(Source); }
+  std::string StripTags(std::string_view Source) const { return kv::StripTags(Source); }
+  std::string CollectionToString(const StringCollection& col, std::string_view Delimeter) const {
+    return kv::CollectionToString(col, Delimeter);
+  }
+};
+
+}  // namespace kv
