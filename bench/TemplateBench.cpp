@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "contracts/DataProvider.h"
-#include "template/ParserElement.h"
+#include "kavrel/DataProvider.h"
+#include "kavrel/ParserElement.h"
 #include "template/ParserTemplate.h"
 #include "template/TextExpansion.h"
 

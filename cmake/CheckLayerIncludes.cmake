@@ -15,6 +15,6 @@ endforeach()
 if(bad)
   list(REMOVE_ITEM ALLOWED ${LAYER})
   list(JOIN ALLOWED ", " below)
-  message(FATAL_ERROR "src/${LAYER} builds only on ${below}; these includes reach up or sideways:${bad}\n"
+  message(FATAL_ERROR "${LAYER} builds only on ${below}; these includes reach up or sideways:${bad}\n"
                       "See docs/architecture.md for the order of the layers.")
 endif()

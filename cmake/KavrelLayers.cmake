@@ -1,6 +1,7 @@
 # One static library per folder of src/, named kv_<folder>. A layer names the layers it builds
-# on (USES) and the outside libraries it needs (LIBS). Its sources may include headers of its own
-# folder and of the layers it builds on, directly or through them; anything else fails the build.
+# on (USES) and the outside libraries it needs (LIBS). Its sources may include the public headers
+# (include/kavrel), headers of its own folder and of the layers it builds on, directly or through
+# them; anything else fails the build. The public headers include only each other.
 define_property(GLOBAL PROPERTY KV_LAYERS BRIEF_DOCS "src/ folders, lowest first" FULL_DOCS "-")
 
 function(kv_layer name)
@@ -16,7 +17,7 @@ function(kv_layer name)
   endforeach()
 
   # What this layer may include: itself and everything below the layers it uses.
-  set(allowed ${name})
+  set(allowed kavrel ${name})
   foreach(use IN LISTS L_USES)
     get_property(below GLOBAL PROPERTY KV_ALLOWED_${use})
     list(APPEND allowed ${below})
@@ -35,4 +36,18 @@ function(kv_layer name)
     COMMENT "Checking the includes of src/${name}" VERBATIM)
   add_custom_target(kv_${name}_includes DEPENDS ${stamp})
   add_dependencies(kv_${name} kv_${name}_includes)
+endfunction()
+
+# The public headers, checked like a layer that builds on nothing.
+function(kv_public_headers)
+  file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/kavrel/*.h)
+  get_property(layers GLOBAL PROPERTY KV_LAYER_NAMES)
+  set(stamp ${CMAKE_CURRENT_BINARY_DIR}/kavrel.layer-checked)
+  add_custom_command(OUTPUT ${stamp}
+    COMMAND ${CMAKE_COMMAND} -DLAYER=kavrel -DALLOWED=kavrel "-DLAYERS=${layers}" "-DFILES=${headers}"
+            -P ${PROJECT_SOURCE_DIR}/cmake/CheckLayerIncludes.cmake
+    COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+    DEPENDS ${headers} ${PROJECT_SOURCE_DIR}/cmake/CheckLayerIncludes.cmake
+    COMMENT "Checking the includes of include/kavrel" VERBATIM)
+  add_custom_target(kv_public_includes ALL DEPENDS ${stamp})
 endfunction()

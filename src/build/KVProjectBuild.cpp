@@ -5,15 +5,15 @@
 #include <ctime>
 #include <new>
 
-#include "files/FileSystem.h"
 #include "files/UnicodeHelpers.h"
 #include "host/FailureHandler.h"
 #include "host/Installation.h"
 #include "host/SoundPlayer.h"
 #include "host/modMain.h"
+#include "kavrel/Failure.h"
+#include "kavrel/FileSystem.h"
+#include "kavrel/Text.h"
 #include "project/KVProject.h"
-#include "services/Failure.h"
-#include "services/Text.h"
 
 namespace kv {
 namespace {

@@ -10,7 +10,7 @@
 #include "build/BuildSteps.h"
 #include "build/BusyDialog.h"
 #include "build/ResultsDialog.h"
-#include "contracts/Variant.h"
+#include "kavrel/Variant.h"
 #include "project/Enums.h"
 #include "services/Subscribers.h"
 

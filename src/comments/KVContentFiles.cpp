@@ -1,8 +1,8 @@
 #include "comments/KVContentFiles.h"
 
 #include "contracts/ProjectContext.h"
-#include "files/FileSystem.h"
-#include "files/XmlDocument.h"
+#include "kavrel/FileSystem.h"
+#include "kavrel/XmlDocument.h"
 
 namespace kv {
 

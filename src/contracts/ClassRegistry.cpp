@@ -1,6 +1,6 @@
-#include "contracts/ClassRegistry.h"
+#include "kavrel/ClassRegistry.h"
 
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 
 namespace kv {
 

@@ -1,6 +1,6 @@
-#include "contracts/Object.h"
+#include "kavrel/Object.h"
 
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 
 namespace kv {
 

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string_view>
 
-#include "contracts/Collection.h"
 #include "contracts/ProjectContext.h"
+#include "kavrel/Collection.h"
 
 namespace kv {
 

@@ -1,12 +1,12 @@
-#include "contracts/Variant.h"
+#include "kavrel/Variant.h"
 
 #include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 
-#include "services/Failure.h"
-#include "services/Text.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 

@@ -4,9 +4,9 @@
 #include <charconv>
 #include <filesystem>
 
-#include "files/FileSystem.h"
-#include "files/XmlDocument.h"
 #include "host/Installation.h"
+#include "kavrel/FileSystem.h"
+#include "kavrel/XmlDocument.h"
 
 namespace kv {
 namespace {

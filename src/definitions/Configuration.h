@@ -15,9 +15,9 @@
 #include <utility>
 #include <vector>
 
-#include "contracts/Collection.h"
+#include "kavrel/Collection.h"
+#include "kavrel/Text.h"
 #include "services/Subscribers.h"
-#include "services/Text.h"
 
 namespace kv {
 

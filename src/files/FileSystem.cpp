@@ -1,4 +1,4 @@
-#include "files/FileSystem.h"
+#include "kavrel/FileSystem.h"
 
 #include <fcntl.h>
 #include <iconv.h>
@@ -12,8 +12,8 @@
 #include <utility>
 
 #include "files/UnicodeHelpers.h"
-#include "services/Failure.h"
-#include "services/Text.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Text.h"
 
 namespace fs = std::filesystem;
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "files/FileSystem.h"
-#include "services/Text.h"
+#include "kavrel/FileSystem.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 namespace {

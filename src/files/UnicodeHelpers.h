@@ -9,9 +9,9 @@
 #include <string_view>
 #include <type_traits>
 
-#include "contracts/Object.h"
-#include "contracts/Variant.h"
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Object.h"
+#include "kavrel/Variant.h"
 
 namespace kv {
 

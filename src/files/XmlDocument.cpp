@@ -1,4 +1,4 @@
-#include "files/XmlDocument.h"
+#include "kavrel/XmlDocument.h"
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
@@ -6,8 +6,8 @@
 
 #include <climits>
 
-#include "services/Failure.h"
-#include "services/Text.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 

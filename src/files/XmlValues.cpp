@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 
 namespace kv::xmlvalue {
 namespace {

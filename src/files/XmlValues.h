@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/XmlDocument.h"
+#include "kavrel/XmlDocument.h"
 
 namespace kv::xmlvalue {
 

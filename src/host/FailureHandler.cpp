@@ -1,8 +1,8 @@
 #include "host/FailureHandler.h"
 
-#include "contracts/ClassRegistry.h"
 #include "host/MessageBox.h"
-#include "services/Failure.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/Failure.h"
 
 namespace kv {
 

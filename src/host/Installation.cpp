@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "files/FileSystem.h"
+#include "kavrel/FileSystem.h"
 
 namespace kv {
 

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 
 // Plain UTF-8 throughout, so no conversion layer; the templates are instantiated here rather than
 // taken from the packaged library, which is built for other character types.

@@ -1,6 +1,6 @@
 #include "host/TreeView.h"
 
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 
 namespace kv {
 

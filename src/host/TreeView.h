@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "services/Text.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 

@@ -4,9 +4,9 @@
 
 #include <cstdlib>
 
-#include "contracts/Object.h"
-#include "services/Failure.h"
-#include "services/Text.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Object.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 

@@ -23,8 +23,8 @@
 #include <typeinfo>
 #include <vector>
 
-#include "contracts/Variant.h"
 #include "host/FailureHandler.h"
+#include "kavrel/Variant.h"
 
 namespace kv {
 

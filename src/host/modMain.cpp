@@ -9,12 +9,12 @@
 #include <memory>
 #include <optional>
 
-#include "contracts/ClassRegistry.h"
-#include "files/FileSystem.h"
 #include "host/FailureHandler.h"
 #include "host/MessageBox.h"
 #include "host/Settings.h"
 #include "host/TreeView.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/FileSystem.h"
 
 namespace kv {
 

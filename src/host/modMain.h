@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "contracts/Object.h"
-#include "contracts/Variant.h"
+#include "kavrel/Object.h"
+#include "kavrel/Variant.h"
 
 namespace kv {
 

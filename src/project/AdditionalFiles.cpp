@@ -1,6 +1,6 @@
 #include "project/AdditionalFiles.h"
 
-#include "services/Text.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 namespace {

@@ -1,6 +1,6 @@
 #include "project/CommunityProperties.h"
 
-#include "files/XmlDocument.h"
+#include "kavrel/XmlDocument.h"
 
 namespace kv {
 

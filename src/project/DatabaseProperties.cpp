@@ -2,7 +2,7 @@
 
 #include "files/XmlValues.h"
 #include "host/FailureHandler.h"
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 
 namespace kv {
 

@@ -3,8 +3,8 @@
 #include "definitions/Configuration.h"
 #include "files/XmlValues.h"
 #include "host/FailureHandler.h"
+#include "kavrel/Text.h"
 #include "services/Like.h"
-#include "services/Text.h"
 
 namespace kv {
 

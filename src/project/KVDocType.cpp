@@ -3,14 +3,14 @@
 #include <filesystem>
 
 #include "comments/KVContentFiles.h"
-#include "contracts/ClassRegistry.h"
-#include "files/FileSystem.h"
-#include "files/XmlDocument.h"
 #include "files/XmlValues.h"
 #include "host/FailureHandler.h"
 #include "host/modMain.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/FileSystem.h"
+#include "kavrel/INamespaceProvider.h"
+#include "kavrel/XmlDocument.h"
 #include "project/CommunityProperties.h"
-#include "project/INamespaceProvider.h"
 #include "project/KVProject.h"
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"

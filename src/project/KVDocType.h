@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "definitions/Configuration.h"
-#include "project/IKVProjectPlugIn.h"
+#include "kavrel/IKVProjectPlugIn.h"
 #include "project/TOCSource.h"
 
 namespace kv {

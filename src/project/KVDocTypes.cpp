@@ -1,7 +1,7 @@
 #include "project/KVDocTypes.h"
 
-#include "files/XmlDocument.h"
 #include "host/FailureHandler.h"
+#include "kavrel/XmlDocument.h"
 #include "project/KVProject.h"
 #include "project/PlugInLoader.h"
 

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string_view>
 
-#include "contracts/Collection.h"
 #include "definitions/Configuration.h"
+#include "kavrel/Collection.h"
 #include "project/KVDocType.h"
 
 namespace kv {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "contracts/Object.h"
 #include "contracts/RecordCollection.h"
+#include "kavrel/Object.h"
 
 namespace kv {
 

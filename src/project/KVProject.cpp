@@ -6,13 +6,14 @@
 #include <limits>
 
 #include "comments/KVContentFiles.h"
-#include "contracts/ClassRegistry.h"
 #include "definitions/Configuration.h"
 #include "files/UnicodeHelpers.h"
 #include "files/XmlValues.h"
 #include "host/FailureHandler.h"
 #include "host/MessageBox.h"
 #include "host/modMain.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/Text.h"
 #include "project/AdditionalFiles.h"
 #include "project/CommunityProperties.h"
 #include "project/DatabaseProperties.h"
@@ -24,7 +25,6 @@
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"
 #include "project/XSDProperties.h"
-#include "services/Text.h"
 
 namespace kv {
 namespace {

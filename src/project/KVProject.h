@@ -9,11 +9,11 @@
 #include <optional>
 #include <string>
 
-#include "contracts/Collection.h"
-#include "contracts/Object.h"
 #include "contracts/ProjectContext.h"
-#include "files/FileSystem.h"
 #include "files/UnicodeHelpers.h"
+#include "kavrel/Collection.h"
+#include "kavrel/FileSystem.h"
+#include "kavrel/Object.h"
 #include "project/Enums.h"
 #include "project/KVProjectEvents.h"
 #include "services/Subscribers.h"

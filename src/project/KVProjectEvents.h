@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "contracts/Object.h"
+#include "kavrel/Object.h"
 #include "project/Enums.h"
 
 namespace kv {

@@ -4,11 +4,12 @@
 
 #include "comments/KVContentFiles.h"
 #include "definitions/Configuration.h"
-#include "files/XmlDocument.h"
 #include "files/XmlValues.h"
 #include "host/FailureHandler.h"
 #include "host/MessageBox.h"
 #include "host/modMain.h"
+#include "kavrel/Text.h"
+#include "kavrel/XmlDocument.h"
 #include "project/AdditionalFiles.h"
 #include "project/CommunityProperties.h"
 #include "project/DatabaseProperties.h"
@@ -21,7 +22,6 @@
 #include "project/KVPropertyBag.h"
 #include "project/VariableValues.h"
 #include "project/XSDProperties.h"
-#include "services/Text.h"
 
 namespace kv {
 namespace {

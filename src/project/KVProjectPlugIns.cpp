@@ -1,9 +1,9 @@
 // The project's side of the plug-in contract: namespace providers, plug-in resets and the files
 // that plug-ins and templates add to the output.
-#include "contracts/ClassRegistry.h"
-#include "files/XmlDocument.h"
 #include "host/FailureHandler.h"
-#include "project/INamespaceProvider.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/INamespaceProvider.h"
+#include "kavrel/XmlDocument.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 

@@ -1,7 +1,7 @@
 // The plug-in interfaces' type information lives here, once, in the host: plug-in libraries
 // resolve it from the program that loads them.
-#include "project/IKVProjectPlugIn.h"
-#include "project/INamespaceProvider.h"
+#include "kavrel/IKVProjectPlugIn.h"
+#include "kavrel/INamespaceProvider.h"
 
 namespace kv {
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "contracts/ClassRegistry.h"
 #include "host/Installation.h"
+#include "kavrel/ClassRegistry.h"
 
 namespace kv {
 namespace {

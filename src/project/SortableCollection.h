@@ -9,8 +9,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "contracts/Object.h"
-#include "services/Text.h"
+#include "kavrel/Object.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 

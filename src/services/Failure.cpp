@@ -1,4 +1,4 @@
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 
 #include <new>
 

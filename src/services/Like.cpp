@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "services/Failure.h"
-#include "services/Text.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 namespace {

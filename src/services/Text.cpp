@@ -1,4 +1,4 @@
-#include "services/Text.h"
+#include "kavrel/Text.h"
 
 #include <algorithm>
 #include <cwctype>

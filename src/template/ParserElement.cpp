@@ -1,4 +1,4 @@
-#include "template/ParserElement.h"
+#include "kavrel/ParserElement.h"
 
 namespace kv {
 

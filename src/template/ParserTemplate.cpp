@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cctype>
 
-#include "contracts/DataProvider.h"
-#include "services/Failure.h"
-#include "services/Text.h"
+#include "kavrel/DataProvider.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Text.h"
 #include "template/ReferenceScanner.h"
 
 namespace kv {

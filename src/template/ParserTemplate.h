@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "template/ParserElement.h"
+#include "kavrel/ParserElement.h"
 
 namespace kv {
 

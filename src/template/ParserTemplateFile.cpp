@@ -1,7 +1,7 @@
 // The parts of the template that touch files, kept apart so that rendering to a string needs no
 // file support.
-#include "files/FileSystem.h"
 #include "host/FailureHandler.h"
+#include "kavrel/FileSystem.h"
 #include "template/ParserTemplate.h"
 
 namespace kv {

@@ -1,6 +1,6 @@
 #include "template/ReferenceScanner.h"
 
-#include "services/Text.h"
+#include "kavrel/Text.h"
 #include "template/TextExpansion.h"
 
 namespace kv::expansion {

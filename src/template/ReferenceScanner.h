@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "template/ParserElement.h"
+#include "kavrel/ParserElement.h"
 
 namespace kv::expansion {
 

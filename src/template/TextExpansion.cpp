@@ -3,10 +3,10 @@
 #include <cctype>
 #include <cstring>
 
-#include "contracts/DataProvider.h"
-#include "services/Failure.h"
-#include "services/Text.h"
-#include "template/ParserElement.h"
+#include "kavrel/DataProvider.h"
+#include "kavrel/Failure.h"
+#include "kavrel/ParserElement.h"
+#include "kavrel/Text.h"
 #include "template/ReferenceScanner.h"
 
 namespace kv {

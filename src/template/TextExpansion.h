@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-#include "contracts/StringCollection.h"
+#include "kavrel/StringCollection.h"
 
 namespace kv {
 

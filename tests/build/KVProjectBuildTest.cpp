@@ -9,8 +9,8 @@
 
 #include "build/KVProjectBuild.h"
 #include "host/SoundPlayer.h"
+#include "kavrel/Failure.h"
 #include "project/KVProject.h"
-#include "services/Failure.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
 

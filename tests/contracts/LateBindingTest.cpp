@@ -1,11 +1,11 @@
 // Values, objects reached by member name, creation by class name, and the keyed collection.
 #include <gtest/gtest.h>
 
-#include "contracts/ClassRegistry.h"
-#include "contracts/Collection.h"
-#include "contracts/Object.h"
-#include "contracts/Variant.h"
-#include "services/Failure.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/Collection.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Object.h"
+#include "kavrel/Variant.h"
 #include "support/Failures.h"
 
 namespace kv {

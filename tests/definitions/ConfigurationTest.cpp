@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "definitions/Configuration.h"
-#include "files/XmlDocument.h"
+#include "kavrel/XmlDocument.h"
 #include "support/TestConfiguration.h"
 
 namespace kv {

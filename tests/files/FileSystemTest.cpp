@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
-#include "files/FileSystem.h"
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
+#include "kavrel/FileSystem.h"
 #include "support/Failures.h"
 #include "support/Files.h"
 #include "support/TempFolder.h"

@@ -3,8 +3,8 @@
 #include <fstream>
 #include <vector>
 
-#include "files/XmlDocument.h"
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
+#include "kavrel/XmlDocument.h"
 #include "support/TempFolder.h"
 
 using kv::XMLDocument;

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "contracts/ClassRegistry.h"
 #include "host/FailureHandler.h"
 #include "host/VariableDump.h"
-#include "services/Failure.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/Failure.h"
 #include "support/RecordingHost.h"
 
 namespace kv {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "contracts/Object.h"
 #include "host/VariableDump.h"
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Object.h"
 
 namespace kv {
 namespace {

@@ -3,10 +3,10 @@
 
 #include <fstream>
 
-#include "contracts/ClassRegistry.h"
-#include "files/FileSystem.h"
 #include "host/TreeView.h"
 #include "host/modMain.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/FileSystem.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "contracts/ClassRegistry.h"
 #include "definitions/Configuration.h"
-#include "files/XmlDocument.h"
-#include "project/IKVProjectPlugIn.h"
-#include "project/INamespaceProvider.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/IKVProjectPlugIn.h"
+#include "kavrel/INamespaceProvider.h"
+#include "kavrel/XmlDocument.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 

@@ -3,9 +3,9 @@
 #include <filesystem>
 
 #include "comments/KVContentFiles.h"
-#include "files/XmlDocument.h"
+#include "kavrel/INamespaceProvider.h"
+#include "kavrel/XmlDocument.h"
 #include "project/CommunityProperties.h"
-#include "project/INamespaceProvider.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 #include "project/KVProjectEvents.h"

@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "contracts/ClassRegistry.h"
 #include "host/MessageBox.h"
+#include "kavrel/ClassRegistry.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 #include "support/TempFolder.h"

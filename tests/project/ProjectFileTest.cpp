@@ -5,7 +5,7 @@
 
 #include "comments/KVContentFiles.h"
 #include "definitions/Configuration.h"
-#include "files/XmlDocument.h"
+#include "kavrel/XmlDocument.h"
 #include "project/AdditionalFiles.h"
 #include "project/DatabaseProperties.h"
 #include "project/DotNetProperties.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "services/Text.h"
+#include "kavrel/Text.h"
 
 using namespace kv::text;
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 
 namespace kv::test {
 

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "files/FileSystem.h"
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
+#include "kavrel/FileSystem.h"
 #include "support/TempFolder.h"
 #include "template/ParserTemplate.h"
 #include "template/TestProvider.h"

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "contracts/DataProvider.h"
-#include "template/ParserElement.h"
+#include "kavrel/DataProvider.h"
+#include "kavrel/ParserElement.h"
 #include "template/TextExpansion.h"
 
 namespace kv::testing {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "services/Failure.h"
+#include "kavrel/Failure.h"
 #include "template/TestProvider.h"
 #include "template/TextExpansion.h"
 

@@ -9,11 +9,11 @@
 #include <iostream>
 #include <utility>
 
-#include "files/FileSystem.h"
 #include "files/UnicodeHelpers.h"
 #include "host/Process.h"
-#include "services/Failure.h"
-#include "services/Text.h"
+#include "kavrel/Failure.h"
+#include "kavrel/FileSystem.h"
+#include "kavrel/Text.h"
 
 namespace kavrel {
 namespace fs = std::filesystem;

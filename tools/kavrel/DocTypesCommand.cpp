@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "Commands.h"
-#include "contracts/ClassRegistry.h"
 #include "definitions/Configuration.h"
-#include "project/IKVProjectPlugIn.h"
+#include "kavrel/ClassRegistry.h"
+#include "kavrel/IKVProjectPlugIn.h"
 #include "project/PlugInLoader.h"
 
 namespace kavrel {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "contracts/Object.h"
+#include "kavrel/Object.h"
 
 namespace kv {
 

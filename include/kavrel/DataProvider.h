@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "contracts/Object.h"
+#include "kavrel/Object.h"
 
 namespace kv {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "contracts/StringCollection.h"
+#include "kavrel/StringCollection.h"
 
 namespace kv {
 

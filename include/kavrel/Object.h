@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "contracts/Variant.h"
-#include "services/Text.h"
+#include "kavrel/Text.h"
+#include "kavrel/Variant.h"
 
 namespace kv {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "contracts/Variant.h"
+#include "kavrel/Variant.h"
 
 namespace kv {
 

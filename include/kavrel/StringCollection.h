@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "contracts/Collection.h"
+#include "kavrel/Collection.h"
 
 namespace kv {
 

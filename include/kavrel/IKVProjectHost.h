@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "contracts/Object.h"
+#include "kavrel/Object.h"
 
 namespace kv {
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "services/Failure.h"
-#include "services/Text.h"
+#include "kavrel/Failure.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "contracts/Object.h"
-#include "services/Text.h"
+#include "kavrel/Object.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 
