@@ -40,7 +40,7 @@ endfunction()
 
 # The public headers, checked like a layer that builds on nothing.
 function(kv_public_headers)
-  file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/kavrel/*.h)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/kavrel/*.h)
   get_property(layers GLOBAL PROPERTY KV_LAYER_NAMES)
   set(stamp ${CMAKE_CURRENT_BINARY_DIR}/kavrel.layer-checked)
   add_custom_command(OUTPUT ${stamp}
