@@ -12,6 +12,8 @@ function(kv_layer name)
   add_library(kv_${name} STATIC ${sources} ${headers})
   target_include_directories(kv_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
   target_link_libraries(kv_${name} PUBLIC ${L_LIBS})
+  # Only what include/kavrel marks with KV_API is visible to the plug-ins a program loads.
+  target_compile_options(kv_${name} PRIVATE -fvisibility=hidden)
   foreach(use IN LISTS L_USES)
     target_link_libraries(kv_${name} PUBLIC kv_${use})
   endforeach()

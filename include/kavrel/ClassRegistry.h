@@ -8,12 +8,13 @@
 #include <string>
 #include <string_view>
 
+#include "kavrel/Export.h"
 #include "kavrel/Object.h"
 #include "kavrel/Text.h"
 
 namespace kv {
 
-class ClassRegistry {
+class KV_API ClassRegistry {
  public:
   using Factory = std::function<ObjectPtr()>;
 

@@ -8,13 +8,14 @@
 #include <string_view>
 #include <vector>
 
+#include "kavrel/Export.h"
 #include "kavrel/Failure.h"
 #include "kavrel/Text.h"
 
 namespace kv {
 
 template <class T>
-class Collection {
+class KV_API Collection {
  public:
   using value_type = T;
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "kavrel/Export.h"
 #include "kavrel/Object.h"
 
 namespace kv {
@@ -16,7 +17,7 @@ class NamespaceDef;
 class ParserElement;
 class ParserTemplate;
 
-class DataProvider {
+class KV_API DataProvider {
  public:
   virtual ~DataProvider() = default;
 

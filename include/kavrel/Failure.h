@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "kavrel/Export.h"
+
 namespace kv {
 
 namespace err {
@@ -30,7 +32,7 @@ inline constexpr long AutomationError = 440;
 inline constexpr long KeyAlreadyExists = 457;
 }  // namespace err
 
-class Failure : public std::runtime_error {
+class KV_API Failure : public std::runtime_error {
  public:
   Failure(long number, const std::string& description, std::source_location where = std::source_location::current());
 
@@ -43,10 +45,10 @@ class Failure : public std::runtime_error {
 };
 
 // The failure of using an object that is not there (number 91).
-Failure ObjectNotSet(std::source_location where = std::source_location::current());
+KV_API Failure ObjectNotSet(std::source_location where = std::source_location::current());
 
 // The number of the exception being handled (call inside a catch block): a failure's own number,
 // OutOfMemory for exhausted memory, AutomationError for anything else.
-long currentFailureNumber();
+KV_API long currentFailureNumber();
 
 }  // namespace kv

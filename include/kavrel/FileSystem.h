@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "kavrel/Export.h"
 #include "kavrel/Variant.h"
 
 namespace kv {
@@ -22,17 +23,17 @@ inline constexpr long Windows1252 = 1252;
 // numbers outside the table are tried as "CP<n>") or an iconv name ("CP1252", "WINDOWS-1252").
 // Undecodable input becomes U+FFFD; characters the target cannot hold become "?". A code page
 // that iconv does not know fails with "Invalid procedure call or argument" (5).
-std::string toUtf8(std::string_view bytes, long codePage);
-std::string toUtf8(std::string_view bytes, std::string_view converterName);
-std::string fromUtf8(std::string_view text, long codePage);
-std::string fromUtf8(std::string_view text, std::string_view converterName);
-bool isUtf8(std::string_view bytes);
+KV_API std::string toUtf8(std::string_view bytes, long codePage);
+KV_API std::string toUtf8(std::string_view bytes, std::string_view converterName);
+KV_API std::string fromUtf8(std::string_view text, long codePage);
+KV_API std::string fromUtf8(std::string_view text, std::string_view converterName);
+KV_API bool isUtf8(std::string_view bytes);
 }  // namespace codepage
 
 // `folder` ending in "/", as folder names are written; an empty name stays empty.
-std::string withTrailingSlash(std::string folder);
+KV_API std::string withTrailingSlash(std::string folder);
 
-class FileSystem {
+class KV_API FileSystem {
  public:
   // Open modes.
   static constexpr int OpenExisting = 1, OpenAppend = 2, CreateAlways = 3, OpenAlways = 4;

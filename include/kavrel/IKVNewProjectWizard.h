@@ -4,17 +4,18 @@
 #include <memory>
 #include <string>
 
+#include "kavrel/Export.h"
 #include "kavrel/Object.h"
 
 namespace kv {
 
-class KVProject;
+class IKVProject;
 
-class IKVNewProjectWizard {
+class KV_API IKVNewProjectWizard {
  public:
   virtual ~IKVNewProjectWizard() = default;
-  virtual std::shared_ptr<kv::KVProject> CreateNewProject(const ObjectPtr& /*Environment*/,
-                                                          const std::string& /*TargetFileName*/) {
+  virtual std::shared_ptr<IKVProject> CreateNewProject(const ObjectPtr& /*Environment*/,
+                                                       const std::string& /*TargetFileName*/) {
     return nullptr;
   }
 };

@@ -4,13 +4,14 @@
 #include <memory>
 #include <string>
 
+#include "kavrel/Export.h"
 #include "kavrel/Object.h"
 
 namespace kv {
 
-class KVProject;
+class IKVProject;
 
-class IKVProjectHost {
+class KV_API IKVProjectHost {
  public:
   virtual ~IKVProjectHost() = default;
 
@@ -36,7 +37,7 @@ class IKVProjectHost {
     return nullptr;
   }
   virtual void ModuleListChanged() {}
-  virtual std::shared_ptr<kv::KVProject> KVProject() { return nullptr; }
+  virtual std::shared_ptr<IKVProject> KVProject() { return nullptr; }
   virtual bool PageGroupEnabled(const std::string& /*Key*/) { return false; }
   virtual void PageGroupEnabled(const std::string& /*Key*/, bool /*Value*/) {}
   virtual bool CustomPageEnabled(const std::string& /*PageGroup*/, const std::string& /*Key*/) { return false; }

@@ -12,23 +12,24 @@
 #include <memory>
 #include <string>
 
+#include "kavrel/Export.h"
 #include "kavrel/Object.h"
 
 namespace kv {
 
-class KVProject;
+class IKVProject;
 class NamespaceDefs;
 class XMLDocument;
 class IKVProjectHost;
 
-class IKVProjectPlugIn {
+class KV_API IKVProjectPlugIn {
  public:
   virtual ~IKVProjectPlugIn();
 
   // The selection in the host's list changed.
   virtual void ModuleSelectionChanged() {}
   // Once, directly after creation.
-  virtual void Initialise(KVProject& /*project*/) {}
+  virtual void Initialise(IKVProject& /*project*/) {}
   // Only in an interactive host.
   virtual void InitialiseHost(const std::shared_ptr<IKVProjectHost>& /*ProjectHost*/) {}
   // By the host after a project was loaded.

@@ -4,9 +4,11 @@
 
 #include <string>
 
+#include "kavrel/Export.h"
+
 namespace kv {
 
-class INamespaceFilter {
+class KV_API INamespaceFilter {
  public:
   virtual ~INamespaceFilter() = default;
   virtual bool LoadOnDemand() const { return false; }

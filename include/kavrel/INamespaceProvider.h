@@ -7,11 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "kavrel/Export.h"
 #include "kavrel/Object.h"
 
 namespace kv {
 
-class KVProject;
+class IKVProject;
 class NamespaceDef;
 class NamespaceDefs;
 class DataProvider;
@@ -20,11 +21,11 @@ class FileSystem;
 // A list of items; nullptr stands for "nothing".
 using ItemCollection = std::shared_ptr<std::vector<ObjectPtr>>;
 
-class INamespaceProvider {
+class KV_API INamespaceProvider {
  public:
   virtual ~INamespaceProvider();
 
-  virtual void KVProject(const std::weak_ptr<kv::KVProject>& project) = 0;
+  virtual void KVProject(const std::weak_ptr<IKVProject>& project) = 0;
   // The items of a definition below `ParentItem` (nothing for root items). `Parameters` is a
   // comma list such as "forpagegeneration=true" or "forsave=true,includeall=true".
   virtual ItemCollection GetItems(const std::shared_ptr<NamespaceDef>& NamespaceDef, const ObjectPtr& ParentItem,

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "kavrel/Export.h"
 #include "kavrel/Text.h"
 #include "kavrel/Variant.h"
 
@@ -17,7 +18,7 @@ namespace kv {
 
 using Arguments = std::vector<Variant>;
 
-class Object : public std::enable_shared_from_this<Object> {
+class KV_API Object : public std::enable_shared_from_this<Object> {
  public:
   virtual ~Object() = default;
 
@@ -33,19 +34,19 @@ class Object : public std::enable_shared_from_this<Object> {
 };
 
 // True when the run-time class name of `item` equals `typeName`, ignoring case.
-bool TypeMatch(const ObjectPtr& item, std::string_view typeName);
-bool TypeMatch(const Variant& item, std::string_view typeName);
+KV_API bool TypeMatch(const ObjectPtr& item, std::string_view typeName);
+KV_API bool TypeMatch(const Variant& item, std::string_view typeName);
 template <class T, class = std::enable_if_t<std::is_base_of_v<Object, T>>>
 bool TypeMatch(const std::shared_ptr<T>& item, std::string_view typeName) {
   return TypeMatch(ObjectPtr(item), typeName);
 }
 
 // Reads a member and returns `fallback` when the object is absent or lacks the member.
-Variant getOr(const ObjectPtr& object, std::string_view member, Variant fallback = {});
+KV_API Variant getOr(const ObjectPtr& object, std::string_view member, Variant fallback = {});
 
 // An object whose members are registered at run time: properties with a getter and an optional
 // setter, and methods. Member names ignore case. Plug-ins and tests build their items from it.
-class DynamicObject : public Object {
+class KV_API DynamicObject : public Object {
  public:
   using Getter = std::function<Variant()>;
   using Setter = std::function<void(const Variant&)>;

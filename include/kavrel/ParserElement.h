@@ -6,11 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "kavrel/Export.h"
 #include "kavrel/StringCollection.h"
 
 namespace kv {
 
-class ParserElement {
+class KV_API ParserElement {
  public:
   // The kind of a data tag, the only kind a data provider answers.
   static constexpr long DataTag = 2;

@@ -7,13 +7,15 @@
 #include <string>
 #include <variant>
 
+#include "kavrel/Export.h"
+
 namespace kv {
 
 class Object;
 using ObjectPtr = std::shared_ptr<Object>;
 using DateTime = std::chrono::system_clock::time_point;
 
-class Variant {
+class KV_API Variant {
  public:
   enum class Type { Empty, Null, String, Boolean, Integer, Double, Date, Object };
 

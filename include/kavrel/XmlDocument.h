@@ -11,6 +11,8 @@
 #include <string>
 #include <string_view>
 
+#include "kavrel/Export.h"
+
 // libxml2's tree types, without its headers.
 struct _xmlDoc;
 struct _xmlNode;
@@ -22,7 +24,7 @@ namespace detail {
 struct XmlOwner;  // holds the libxml2 document
 }
 
-class XMLAttribute {
+class KV_API XMLAttribute {
  public:
   std::string Name() const;
   std::string Value() const;
@@ -35,7 +37,7 @@ class XMLAttribute {
   _xmlAttr* mAttr;
 };
 
-class XMLAttributes {
+class KV_API XMLAttributes {
  public:
   // The attribute of that name (case ignored); fails with "Invalid procedure call or argument"
   // (5) naming the attribute and the element when there is none.
@@ -58,7 +60,7 @@ class XMLAttributes {
 class XMLNodes;
 
 // One element.
-class XMLNode {
+class KV_API XMLNode {
  public:
   std::string Name() const;
   void Name(std::string_view name);
@@ -84,7 +86,7 @@ class XMLNode {
 };
 
 // The child elements of an element, in document order.
-class XMLNodes {
+class KV_API XMLNodes {
  public:
   class iterator {
    public:
@@ -130,7 +132,7 @@ class XMLNodes {
   _xmlNode* mParent;
 };
 
-class XMLDocument {
+class KV_API XMLDocument {
  public:
   // A new document with one root element, named "root" until its name is written.
   XMLDocument();

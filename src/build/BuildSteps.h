@@ -2,7 +2,7 @@
 // the build driver runs the same way whatever produces the pages.
 #pragma once
 
-#include "project/Enums.h"
+#include "kavrel/Enums.h"
 
 namespace kv {
 

@@ -10,8 +10,8 @@
 #include "build/BuildSteps.h"
 #include "build/BusyDialog.h"
 #include "build/ResultsDialog.h"
+#include "kavrel/Enums.h"
 #include "kavrel/Variant.h"
-#include "project/Enums.h"
 #include "services/Subscribers.h"
 
 namespace kv {

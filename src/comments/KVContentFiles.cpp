@@ -1,7 +1,7 @@
 #include "comments/KVContentFiles.h"
 
-#include "contracts/ProjectContext.h"
 #include "kavrel/FileSystem.h"
+#include "kavrel/ProjectContext.h"
 #include "kavrel/XmlDocument.h"
 
 namespace kv {

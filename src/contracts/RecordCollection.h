@@ -7,8 +7,8 @@
 #include <optional>
 #include <string_view>
 
-#include "contracts/ProjectContext.h"
 #include "kavrel/Collection.h"
+#include "kavrel/ProjectContext.h"
 
 namespace kv {
 

@@ -9,12 +9,12 @@
 #include <optional>
 #include <string>
 
-#include "contracts/ProjectContext.h"
 #include "files/UnicodeHelpers.h"
 #include "kavrel/Collection.h"
+#include "kavrel/Enums.h"
 #include "kavrel/FileSystem.h"
+#include "kavrel/IKVProject.h"
 #include "kavrel/Object.h"
-#include "project/Enums.h"
 #include "project/KVProjectEvents.h"
 #include "services/Subscribers.h"
 
@@ -39,7 +39,7 @@ class NamespaceDef;
 class XMLDocument;
 class INamespaceProvider;
 
-class KVProject : public Object, public ProjectContext {
+class KVProject : public Object, public IKVProject {
   struct Token {};
 
  public:
@@ -50,6 +50,11 @@ class KVProject : public Object, public ProjectContext {
   static long InstanceCount();
 
   std::string typeName() const override { return "KVProject"; }
+
+  // --- What plug-ins see --------------------------------------------------------------------
+  std::weak_ptr<IKVProject> WeakReference() override;
+  ObjectPtr AsObject() override { return shared_from_this(); }
+  std::string DocTypeOfPlugIn(const IKVProjectPlugIn& PlugIn) const override;
 
   // --- Events -----------------------------------------------------------------------------
   void Subscribe(std::weak_ptr<KVProjectEvents> subscriber);
@@ -133,7 +138,7 @@ class KVProject : public Object, public ProjectContext {
   std::string OutputFileExtension() const { return mOutputFileExtension; }
   void OutputFileExtension(const std::string& v) { Set(mOutputFileExtension, v); }
   // A non-empty folder always ends in "/".
-  std::string OutputFolder() const;
+  std::string OutputFolder() const override;
   void OutputFolder(const std::string& v) { Set(mOutputFolder, v); }
   std::string HelpFileName() const { return mHelpFileName; }
   void HelpFileName(const std::string& v) { Set(mHelpFileName, v); }
@@ -157,11 +162,11 @@ class KVProject : public Object, public ProjectContext {
   void CopySourceCode(bool v) { Set(mCopySourceCode, v); }
   std::string Language() const { return mLanguage; }
   void Language(const std::string& v) { Set(mLanguage, v); }
-  bool IncludePrivate() const { return mIncludePrivate; }
+  bool IncludePrivate() const override { return mIncludePrivate; }
   void IncludePrivate(bool v) { Set(mIncludePrivate, v); }
-  bool IncludeFriend() const { return mIncludeFriend; }
+  bool IncludeFriend() const override { return mIncludeFriend; }
   void IncludeFriend(bool v) { Set(mIncludeFriend, v); }
-  bool IncludeProtected() const { return mIncludeProtected; }
+  bool IncludeProtected() const override { return mIncludeProtected; }
   void IncludeProtected(bool v) { Set(mIncludeProtected, v); }
   bool IdentifyVisibility() const { return mIdentifyVisibility; }
   void IdentifyVisibility(bool v) { Set(mIdentifyVisibility, v); }
@@ -247,15 +252,15 @@ class KVProject : public Object, public ProjectContext {
   void LoadVariables(KVDocType& DocType);
 
   // --- Messages and errors ------------------------------------------------------------------
-  int ShowMessageBox(const std::string& Message, int Buttons, const std::string& Title);
+  int ShowMessageBox(const std::string& Message, int Buttons, const std::string& Title) override;
   int InternalShowMessageBox(const std::string& Message, int Buttons, const std::string& Title, int ExplicitDefault);
-  void RaiseLoadError(const std::string& Text, KVErrorLevel Level = KVWarning);
-  void RaiseBuildError(const std::string& Text, KVErrorLevel Level = KVWarning);
+  void RaiseLoadError(const std::string& Text, KVErrorLevel Level = KVWarning) override;
+  void RaiseBuildError(const std::string& Text, KVErrorLevel Level = KVWarning) override;
 
   // --- Change tracking and build state ------------------------------------------------------
   void Changed() override;
   // Lets the host handle input (the default polls nothing), then tells whether to stop.
-  bool Cancelled();
+  bool Cancelled() override;
   std::function<void()> DoEvents;
 
   void FirePreBuildStatus(std::string Status);

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "kavrel/Enums.h"
 #include "kavrel/Object.h"
-#include "project/Enums.h"
 
 namespace kv {
 

@@ -2,6 +2,7 @@
 // that plug-ins and templates add to the output.
 #include "host/FailureHandler.h"
 #include "kavrel/ClassRegistry.h"
+#include "kavrel/IKVProjectPlugIn.h"
 #include "kavrel/INamespaceProvider.h"
 #include "kavrel/XmlDocument.h"
 #include "project/KVDocTypes.h"
@@ -10,6 +11,20 @@
 namespace kv {
 namespace {
 constexpr const char* kModule = "KVProject";
+}
+
+std::shared_ptr<IKVProject> NewKVProject() {
+  return KVProject::New();
+}
+
+std::weak_ptr<IKVProject> KVProject::WeakReference() {
+  return std::static_pointer_cast<KVProject>(shared_from_this());
+}
+
+std::string KVProject::DocTypeOfPlugIn(const IKVProjectPlugIn& PlugIn) const {
+  for (const auto& docType : *DocTypes)
+    if (docType->ProjectPlugIn().get() == &PlugIn) return docType->Name();
+  return {};
 }
 
 std::shared_ptr<INamespaceProvider> KVProject::GetNamespaceProvider(const std::string& Handler) {

@@ -9,11 +9,10 @@
 
 #include "definitions/Configuration.h"
 #include "kavrel/ClassRegistry.h"
+#include "kavrel/IKVProject.h"
 #include "kavrel/IKVProjectPlugIn.h"
 #include "kavrel/INamespaceProvider.h"
 #include "kavrel/XmlDocument.h"
-#include "project/KVDocTypes.h"
-#include "project/KVProject.h"
 
 namespace {
 
@@ -35,8 +34,8 @@ class TestProjectPlugIn : public Object, public IKVProjectPlugIn {
     return Object::call(member, args);
   }
 
-  void Initialise(KVProject& project) override {
-    mProject = std::static_pointer_cast<KVProject>(project.shared_from_this());
+  void Initialise(IKVProject& project) override {
+    mProject = project.WeakReference();
     mLog.push_back("Initialise");
   }
   void ProjectLoaded() override { mLog.push_back("ProjectLoaded"); }
@@ -117,16 +116,14 @@ class TestProjectPlugIn : public Object, public IKVProjectPlugIn {
 
  private:
   std::string OwnDocTypeName() const {
-    if (const auto project = mProject.lock())
-      for (const auto& docType : *project->DocTypes)
-        if (docType->ProjectPlugIn().get() == this) return docType->Name();
-    return {};
+    const auto project = mProject.lock();
+    return project ? project->DocTypeOfPlugIn(*this) : std::string();
   }
 
   struct Root {
     std::string name, kind;
   };
-  std::weak_ptr<KVProject> mProject;
+  std::weak_ptr<IKVProject> mProject;
   std::vector<Root> mRoots;
   std::vector<std::string> mLog;
 };
@@ -141,7 +138,7 @@ class TestProvider : public Object, public INamespaceProvider {
     return Object::get(member);
   }
 
-  void KVProject(const std::weak_ptr<kv::KVProject>& project) override { mProject = project; }
+  void KVProject(const std::weak_ptr<IKVProject>& project) override { mProject = project; }
   ItemCollection GetItems(const std::shared_ptr<NamespaceDef>&, const ObjectPtr&, const std::string&) override {
     return std::make_shared<std::vector<ObjectPtr>>();
   }
@@ -171,7 +168,7 @@ class TestProvider : public Object, public INamespaceProvider {
   std::string ContentFilterOfItem(const ObjectPtr&) override { return {}; }
 
  private:
-  std::weak_ptr<kv::KVProject> mProject;
+  std::weak_ptr<IKVProject> mProject;
   std::vector<std::string> mOutputs;
 };
 

@@ -7,9 +7,11 @@
 #include <string>
 #include <string_view>
 
+#include "kavrel/Export.h"
+
 namespace kv {
 
-class ProjectContext {
+class KV_API ProjectContext {
  public:
   virtual ~ProjectContext() = default;
   // Marks the project changed (see the dirty-state rule of the project object).
