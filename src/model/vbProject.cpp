@@ -87,21 +87,26 @@ std::shared_ptr<Component> vbProject::FindComponent(std::string_view name) const
 }
 
 ItemPtr vbProject::GetObjectFromCRef(std::string_view cref) const {
-  if (cref.size() > 2 && cref[1] == ':') cref.remove_prefix(2);
+  char kind = 0;
+  if (cref.size() > 2 && cref[1] == ':') {
+    kind = cref[0];
+    cref.remove_prefix(2);
+  }
   if (const auto open = cref.find('('); open != std::string_view::npos) cref = cref.substr(0, open);
   for (const auto& c : mComponents) {
     const std::string full = c->DotNetName();
     const std::string_view name = std::string_view(full).substr(full.find(':') + 1);
     if (text::equalsIgnoreCase(cref, name)) return c;
-    if (cref.size() > name.size() && cref[name.size()] == '.' && text::startsWithIgnoreCase(cref, name)) {
-      const std::string_view member = cref.substr(name.size() + 1);
-      if (member == "#ctor") {
-        for (const auto& b : c->Blocks())
-          if (b->BlockType() == BlockType::Constructor) return b;
-      } else if (ItemPtr m = c->FindMember(member)) {
-        return m;
-      }
+    if (cref.size() <= name.size() || cref[name.size()] != '.' || !text::startsWithIgnoreCase(cref, name)) continue;
+    const std::string_view member = cref.substr(name.size() + 1);
+    if (member == "#ctor") {
+      for (const auto& b : c->Blocks())
+        if (b->BlockType() == BlockType::Constructor) return b;
+    } else if (kind == 'P') {
+      // A property is its group rather than one of its accessors.
+      if (auto group = FindNamed(c->PropertyGroups(), member)) return group;
     }
+    if (ItemPtr m = c->FindMember(member)) return m;
   }
   return nullptr;
 }
