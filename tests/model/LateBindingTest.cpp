@@ -145,6 +145,25 @@ TEST(ModelLateBinding, ListsAreIndexedByPositionOrName) {
   EXPECT_EQ(members->call("Item", {"red"}).toObject()->get("Value").toString(), "1");
 }
 
+TEST(ModelLateBinding, PropertyGroupsKeepTheirTextUntilReset) {
+  SampleModel model;
+  model.getter->TaggedDescription("The size.");
+  model.setter->Description("Sets the size.");
+  const ObjectPtr widget = model.widget;
+  const ObjectPtr group = widget->call("PropertyGroups", {"size"}).toObject();
+  EXPECT_EQ(group->get("PrimaryBlock").toObject(), ObjectPtr(model.getter));
+  EXPECT_EQ(group->get("ConsolidatedDescription").toString(), "The size. Sets the size.");
+  model.getter->TaggedDescription("The size in pixels.");
+  EXPECT_EQ(group->get("ConsolidatedDescription").toString(), "The size. Sets the size.");
+  group->call("ResetConsolidatedDescriptions");
+  EXPECT_EQ(group->get("ConsolidatedDescription").toString(), "The size in pixels. Sets the size.");
+  // Only accessors join a group, and only items held by a shared pointer take children.
+  auto group2 = std::static_pointer_cast<PropertyGroup>(group);
+  EXPECT_EQ(test::failureNumber([&] { group2->AddAccessor(model.run); }), err::InvalidProcedureCall);
+  Component loose("Loose");
+  EXPECT_EQ(test::failureNumber([&] { loose.AddBlock("Run"); }), err::InvalidProcedureCall);
+}
+
 TEST(ModelLateBinding, QualifiedNamesFindItemsAcrossTheAssemblies) {
   SampleModel model;
   const ObjectPtr assemblies = model.group->get("Assemblies").toObject();
