@@ -271,6 +271,7 @@ class ModelCommentProfiles : public Collection<std::shared_ptr<ModelComments>> {
 
 struct CodeLanguage {
   std::string Name;
+  std::string Caption;  // for display, such as the heading of an example; the name by default
   bool SwitchedOn = true;
 };
 
