@@ -8,6 +8,7 @@
 #include "kavrel/XmlDocument.h"
 #include "project/CommunityProperties.h"
 #include "project/VariableValues.h"
+#include "template/ParserTemplate.h"
 #include "template/ProviderFixture.h"
 #include "template/TestProvider.h"
 
@@ -295,6 +296,21 @@ TEST_F(CommonProviderTest, TagEntryChecksComeInTheirOrder) {
 
   auto noName = tag({{"type", "phrase"}});
   EXPECT_THAT(provider->ProvideData(noName, file), MatchesRegex("!ERROR [0-9]+\\.[0-9]+ FETCHING ELEMENT!"));
+}
+
+TEST_F(CommonProviderTest, RendersALayoutForAnItem) {
+  ParserTemplate layout;
+  layout.LoadText(
+      "<h1><kv:data type=\"variable\" name=\"itemname\" /></h1><p>%%itemqualifiedname%% in %%projectgrouptitle%%"
+      "<kv:data type=\"phrase\" name=\"WORD\" condition=\"variablevalue:VariableName=Edition,Value=Lite\" />"
+      "</p>%%item_qualified_name:x=1%%");
+  ASSERT_EQ(layout.LoadErrors(), "");
+  layout.DataProvider(provider);
+  project->ProjectGroupName("Docs");
+  project->CreateVariableValue("Edition", "Pro");
+  show(makeItem("Block", {{"Name", "Run"}, {"QualifiedName", "Lib~Run"}}));
+  provider->NamespaceDef(std::make_shared<NamespaceDef>());
+  EXPECT_EQ(layout.ParseToString(), "<h1>Run</h1><p>Lib~Run in Docsword</p>");
 }
 
 }  // namespace
