@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "definitions/Configuration.h"
+#include "files/HtmlLinks.h"
 #include "files/UnicodeHelpers.h"
 #include "host/FailureHandler.h"
 #include "kavrel/DataProvider.h"
@@ -206,18 +207,20 @@ std::string KVProject::GetLocalFileName(const std::string& URL) const {
   return name;
 }
 
-void KVProject::LookForFileNameAliases(std::vector<std::string>& Links, bool& Changed) const {
-  if (!mFileNameAliases) return;
-  for (std::string& link : Links) {
-    std::string name = GetLocalFileName(link);
-    if (name.empty()) continue;
-    // An aliased link loses its fragment: pages written so far have always come out that way.
-    if (const auto pos = name.find('#'); pos != std::string::npos) name.resize(pos);
-    if (const long* number = mFileNameAliases->Find(name)) {
-      link = "topic" + std::to_string(*number) + mOutputFileExtension;
-      Changed = true;
-    }
-  }
+std::optional<std::string> KVProject::AliasOfLink(const std::string& Link) const {
+  if (!mFileNameAliases) return std::nullopt;
+  std::string name = GetLocalFileName(Link);
+  if (name.empty()) return std::nullopt;
+  // An aliased link loses its fragment: pages written so far have always come out that way.
+  if (const auto pos = name.find('#'); pos != std::string::npos) name.resize(pos);
+  if (const long* number = mFileNameAliases->Find(name))
+    return "topic" + std::to_string(*number) + mOutputFileExtension;
+  return std::nullopt;
+}
+
+std::optional<std::string> KVProject::LookForFileNameAliases(std::string_view Page) const {
+  if (!mFileNameAliases) return std::nullopt;
+  return RewriteAnchorLinks(Page, [&](const std::string& link) { return AliasOfLink(link); });
 }
 
 bool KVProject::IsItemNew(const ObjectPtr& Item) {

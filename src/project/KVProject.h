@@ -286,9 +286,9 @@ class KVProject : public Object, public IKVProject {
   // project's output extension when that differs.
   std::string CleanOutputFileName(std::string_view FileName);
   bool GetIsNew(const NodeDef& Node, const ObjectPtr& Item);
-  // Rewrites the links (the hrefs of a page's anchors) that name an aliased page; `Changed`
-  // turns true when one was rewritten. A rewritten link loses its fragment.
-  void LookForFileNameAliases(std::vector<std::string>& Links, bool& Changed) const;
+  // The page (HTML text) with its links to aliased pages rewritten, or nothing when no link
+  // names one. A rewritten link loses its fragment.
+  std::optional<std::string> LookForFileNameAliases(std::string_view Page) const;
   std::string GetLocalFileName(const std::string& URL) const;
   static bool IsFileURL(std::string_view URL);
   static std::string FileURLToFileName(std::string_view URL);
@@ -395,6 +395,8 @@ class KVProject : public Object, public IKVProject {
                              const ObjectPtr& ParentItem, const std::shared_ptr<kv::NamespaceDef>& ParentDef,
                              bool& cancelled);
   void AddFileNameAlias(const std::string& FileName);
+  // The alias a link of a page takes, if it names an aliased page.
+  std::optional<std::string> AliasOfLink(const std::string& Link) const;
   // Page name (no path) -> alias number; the counter starts at 1 in each alias pass.
   std::shared_ptr<Collection<long>> mFileNameAliases;
   long mFileNameAliasIncrement = 1;
