@@ -6,14 +6,15 @@
 // delivers their items as a doc-type plug-in delivers its model.
 #include <cstdlib>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "definitions/Configuration.h"
 #include "kavrel/ClassRegistry.h"
 #include "kavrel/IKVProject.h"
 #include "kavrel/IKVProjectPlugIn.h"
 #include "kavrel/INamespaceProvider.h"
+#include "kavrel/NamespaceDef.h"
 #include "kavrel/XmlDocument.h"
 #include "plugins/SyntheticModel.h"
 
