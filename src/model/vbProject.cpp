@@ -1,7 +1,7 @@
 #include "kavrel/model/vbProject.h"
 
-#include "definitions/Configuration.h"
 #include "kavrel/Failure.h"
+#include "kavrel/TaggedCommentDef.h"
 #include "kavrel/model/VBProjectGroup.h"
 
 namespace kv {
