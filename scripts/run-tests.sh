@@ -1,11 +1,15 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds Kavrel twice (plain and with AddressSanitizer and
-# UndefinedBehaviorSanitizer), runs the whole test suite on both and builds the bundled example.
+# Installs what is missing, checks the formatting, builds Kavrel twice with warnings as errors
+# (plain and with AddressSanitizer and UndefinedBehaviorSanitizer), runs the whole test suite on
+# both and builds the bundled example.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-deps.sh
 jobs=$(nproc)
+
+# Every tracked C++ file must be formatted as .clang-format says.
+git ls-files -z '*.cpp' '*.h' | xargs -0 clang-format-14 --dry-run --Werror
 
 run_suite() {  # folder, extra cmake arguments...
   local dir=$1; shift
@@ -14,8 +18,8 @@ run_suite() {  # folder, extra cmake arguments...
   ctest --test-dir "$dir" --output-on-failure -j "$jobs" --timeout 300
 }
 
-run_suite build/debug -DCMAKE_BUILD_TYPE=Debug
+run_suite build/debug -DCMAKE_BUILD_TYPE=Debug -DKV_WERROR=ON
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
-  run_suite build/asan -DCMAKE_BUILD_TYPE=Debug -DKV_SANITIZE=ON -DKV_BUILD_BENCH=OFF
+  run_suite build/asan -DCMAKE_BUILD_TYPE=Debug -DKV_SANITIZE=ON -DKV_BUILD_BENCH=OFF -DKV_WERROR=ON
 
 scripts/run-example.sh

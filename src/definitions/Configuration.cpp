@@ -107,56 +107,6 @@ std::shared_ptr<NamespaceDef> readNamespaceDef(const XMLNode& e) {
 
 }  // namespace
 
-// --- StoredElement ------------------------------------------------------------------------------
-
-void StoredElement::Read(const XMLNode& e) {
-  Name = e.Name();
-  Attributes.clear();
-  Children.clear();
-  const XMLAttributes attributes = e.Attributes();
-  for (long i = 1; i <= attributes.Count(); ++i) {
-    const XMLAttribute attr = attributes.Item(i);
-    Attributes.emplace_back(attr.Name(), attr.Value());
-  }
-  for (const XMLNode& child : e.ChildNodes()) {
-    StoredElement stored;
-    stored.Read(child);
-    Children.push_back(std::move(stored));
-  }
-  Text = Children.empty() ? e.Text() : std::string();
-}
-
-void StoredElement::Write(XMLNode& e) const {
-  for (const auto& [name, value] : Attributes) e.SetAttribute(name, value);
-  if (!Text.empty()) e.Text(Text);
-  for (const StoredElement& child : Children) {
-    XMLNode added = e.AddChild(child.Name);
-    child.Write(added);
-  }
-}
-
-std::string StoredElement::Attribute(std::string_view name) const {
-  for (const auto& [key, value] : Attributes)
-    if (text::equalsIgnoreCase(key, name)) return value;
-  return {};
-}
-
-// --- Namespace definitions ---------------------------------------------------------------------
-
-std::vector<std::shared_ptr<NamespaceDef>> NamespaceDefs::FindByName(std::string_view name) const {
-  std::vector<std::shared_ptr<NamespaceDef>> found;
-  for (const auto& def : *this) {
-    if (text::equalsIgnoreCase(def->Name, name)) found.push_back(def);
-    for (auto& below : def->ChildNamespaceDefs.FindByName(name)) found.push_back(std::move(below));
-  }
-  return found;
-}
-
-void NamespaceDef::Prepare() {
-  ItemCounter = 0;
-  for (const auto& child : ChildNamespaceDefs) child->Prepare();
-}
-
 // --- Tables of contents ------------------------------------------------------------------------
 
 void NodeDef::Load(const XMLNode& e) {

@@ -16,6 +16,10 @@
 #include <vector>
 
 #include "kavrel/Collection.h"
+#include "kavrel/DocTypeDef.h"
+#include "kavrel/NamespaceDef.h"
+#include "kavrel/StoredElement.h"
+#include "kavrel/TaggedCommentDef.h"
 #include "kavrel/Text.h"
 #include "services/Subscribers.h"
 
@@ -23,61 +27,6 @@ namespace kv {
 
 class XMLNode;
 class XMLDocument;
-
-// An element kept as read (name, attributes, text, children), for content that is passed
-// through or interpreted by later readers.
-struct StoredElement {
-  std::string Name;
-  std::vector<std::pair<std::string, std::string>> Attributes;
-  std::string Text;
-  std::vector<StoredElement> Children;
-
-  void Read(const XMLNode& e);
-  // Writes attributes, text and children into `e` (its name is the caller's).
-  void Write(XMLNode& e) const;
-  // The value of an attribute, ignoring case; empty when absent.
-  std::string Attribute(std::string_view name) const;
-};
-
-// One kind of documentable source.
-struct DocTypeDef {
-  std::string Name;          // unique key, such as "kv.cpp"
-  std::string Description;   // for display
-  std::string PlugInProgID;  // class name of the project plug-in; may be empty
-};
-
-class NamespaceDef;
-
-// An ordered list of namespace definitions keyed by name.
-class NamespaceDefs : public Collection<std::shared_ptr<NamespaceDef>> {
- public:
-  // The definitions here and below, in document order, whose name is `name` (ignoring case).
-  std::vector<std::shared_ptr<NamespaceDef>> FindByName(std::string_view name) const;
-};
-
-// One kind of documented item and page: "KV:Module", "KV:Method", ...
-class NamespaceDef {
- public:
-  std::string Name;
-  std::string DisplayName;  // for status lines
-  std::string Handler;      // class name of the namespace provider
-  bool DontGeneratePages = false;
-  bool CoreDefinition = false;
-  long ItemCounter = 0;  // running count during a build
-  std::string OutputFileNamePattern;
-  // Behaviour letters: "x" no child walks, "m" model comments, "i" index, "t" not in walks over
-  // comment-bearing items, "d" duplicate-name check.
-  std::string ChildKinds;
-  bool Selectable = false;     // the user switches it on and off
-  bool DefaultInclude = true;  // its state when the project does not say
-  bool IncludeFlag = true;     // set before every build
-  NamespaceDefs ChildNamespaceDefs;
-  // The definition's element as written, for the readers of further definition content.
-  StoredElement Definition;
-
-  // Prepares the definition and its children for a build: the item counters start at 0.
-  void Prepare();
-};
 
 struct PageLayoutKeyword {
   std::string Text;
@@ -196,27 +145,6 @@ class Template {
 
 // A keyed list of templates, creatable by callers.
 class Templates : public Collection<std::shared_ptr<kv::Template>> {};
-
-// The definition of one kind of tagged comment.
-class TaggedCommentDef {
- public:
-  std::string TagIdentifier;
-  std::string Caption;
-  std::string DisplayName;
-  long DataType = 0;
-  std::string DesignerName;
-  std::string IconFileName;
-  bool AppendToDescription = false;
-  long WrapType = 3;         // 2 line, 3 paragraph
-  std::string CommentFlags;  // letters "h", "f"
-  bool MergeInBuffer = false;
-  std::string UpgradedTagIdentifier;
-  bool UpgradeStop = false;
-  std::string XMLTagNames;  // comma list
-  std::string Alias;
-};
-
-class TaggedCommentDefs : public Collection<std::shared_ptr<TaggedCommentDef>> {};
 
 // One comment that is applied to every item of a kind whose name matches.
 class ModelComment {

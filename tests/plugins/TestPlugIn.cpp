@@ -4,14 +4,15 @@
 // writes every call it gets to a log that tests read through the late-bound member "CallLog".
 #include <cstdlib>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "definitions/Configuration.h"
 #include "kavrel/ClassRegistry.h"
 #include "kavrel/IKVProject.h"
 #include "kavrel/IKVProjectPlugIn.h"
 #include "kavrel/INamespaceProvider.h"
+#include "kavrel/NamespaceDef.h"
 #include "kavrel/XmlDocument.h"
 
 namespace {
