@@ -1,6 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <filesystem>
 
@@ -8,6 +6,7 @@
 #include "kavrel/FileSystem.h"
 #include "support/Failures.h"
 #include "support/Files.h"
+#include "support/OrdinaryUser.h"
 #include "support/TempFolder.h"
 
 namespace fs = std::filesystem;
@@ -163,12 +162,15 @@ TEST_F(FileSystemTest, FailuresNameNumberAndPath) {
   EXPECT_EQ(failureNumber([&] { noFolder.WriteAll("x"); }, &message), kv::err::PathNotFound);
   EXPECT_NE(message.find(path("no/such/folder/x.txt")), std::string::npos) << message;
 
-  if (::geteuid() != 0) {  // the superuser is never refused
-    fs::create_directories(root / "locked");
-    fs::permissions(root / "locked", fs::perms::owner_read | fs::perms::owner_exec);
+  // The superuser is never refused, so the write is tried as an ordinary user.
+  fs::create_directories(root / "locked");
+  fs::permissions(root / "locked", fs::perms::owner_read | fs::perms::owner_exec);
+  const long refused = kv::test::asOrdinaryUser([&] {
     FileSystem locked(path("locked/x.txt"));
-    EXPECT_EQ(failureNumber([&] { locked.WriteAll("x"); }), kv::err::PermissionDenied);
-  }
+    return failureNumber([&] { locked.WriteAll("x"); });
+  });
+  EXPECT_EQ(refused, kv::err::PermissionDenied);
+  EXPECT_FALSE(fs::exists(root / "locked/x.txt"));
 }
 
 TEST_F(FileSystemTest, ExistenceFoldersAndTimes) {

@@ -1,6 +1,7 @@
 # Installs the build into a fresh prefix, builds a small plug-in out of the tree through the CMake
 # package and through pkg-config, and has the installed kavrel load both from a configuration
-# folder. Run by CTest with BUILD_DIR, SOURCE_DIR, WORK_DIR, LIBDIR and CXX set.
+# folder. Run by CTest with BUILD_DIR, SOURCE_DIR, WORK_DIR, LIBDIR and CXX set, and PLUGIN_FLAGS
+# for what the compiler needs beyond the package's flags.
 cmake_minimum_required(VERSION 3.25)
 
 function(run)
@@ -21,7 +22,7 @@ run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 
 # Through the CMake package; the prefix is the only place it may be found.
 run(${CMAKE_COMMAND} -S ${plugin} -B ${WORK_DIR}/cmake-build -DCMAKE_CXX_COMPILER=${CXX}
-    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF -DCMAKE_BUILD_TYPE=Debug)
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS=${PLUGIN_FLAGS}")
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/cmake-build)
 file(COPY ${WORK_DIR}/cmake-build/outside_cmake.so DESTINATION ${config}/plugins)
 
@@ -30,7 +31,7 @@ find_program(PKG_CONFIG pkg-config REQUIRED)
 set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
 set(ENV{PKG_CONFIG_LIBDIR} ${prefix}/${LIBDIR}/pkgconfig)
 run(${PKG_CONFIG} --cflags kavrel)
-separate_arguments(cflags UNIX_COMMAND "${output}")
+separate_arguments(cflags UNIX_COMMAND "${output} ${PLUGIN_FLAGS}")
 run(${CXX} ${cflags} -Wall -Wextra -Werror -shared -fPIC "-DKV_OUTSIDE_CLASS=\"Outside.PkgConfigPlugIn\""
     ${plugin}/OutsidePlugIn.cpp -o ${config}/plugins/outside_pkgconfig.so)
 
