@@ -189,11 +189,16 @@ std::vector<std::string> CompilerArguments(const CppInput& input, const std::vec
   args.push_back("-Wno-pragma-once-outside-header");
   if (input.PlainComments) args.push_back("-fparse-all-comments");
   for (const auto& folder : input.IncludeFolders) args.push_back("-I" + folder);
-  // The folders the user named are include folders too: headers include their neighbours.
+  // The folders the user named are include folders too, and their parents: headers include their
+  // neighbours, or name them with the library's folder ("mylib/other.h").
   std::set<std::string> folders;
   for (const auto& source : input.Sources) {
     std::error_code ec;
-    if (fs::is_directory(source, ec)) folders.insert(fs::path(source).lexically_normal().string());
+    if (!fs::is_directory(source, ec)) continue;
+    const fs::path folder = fs::path(source).lexically_normal();
+    folders.insert(folder.string());
+    const fs::path parent = (folder.has_filename() ? folder : folder.parent_path()).parent_path();
+    if (!parent.empty()) folders.insert(parent.string());
   }
   for (const auto& file : files) folders.insert(fs::path(file).parent_path().string());
   for (const auto& folder : folders) args.push_back("-I" + folder);

@@ -159,6 +159,7 @@ void DeclarationWalker::Visit(CXCursor cursor, Declaration& scope) {
   switch (kind) {
     case CXCursor_Namespace:
     case CXCursor_LinkageSpec:
+    case CXCursor_UnexposedDecl:
     case CXCursor_StructDecl:
     case CXCursor_UnionDecl:
     case CXCursor_ClassDecl:
@@ -182,7 +183,9 @@ void DeclarationWalker::Visit(CXCursor cursor, Declaration& scope) {
   if (!InDocumentedFile(cursor)) return;
   switch (kind) {
     case CXCursor_Namespace: Namespace(cursor, scope); break;
-    case CXCursor_LinkageSpec: VisitChildren(cursor, scope); break;
+    // extern "C" blocks (which some versions of libclang do not name) hold declarations of the scope.
+    case CXCursor_LinkageSpec:
+    case CXCursor_UnexposedDecl: VisitChildren(cursor, scope); break;
     case CXCursor_StructDecl:
     case CXCursor_UnionDecl:
     case CXCursor_ClassDecl:

@@ -1,5 +1,7 @@
 #include "KVCppPlugIn.h"
 
+#include <filesystem>
+
 #include "kavrel/IKVProject.h"
 #include "kavrel/NamespaceDef.h"
 #include "kavrel/Text.h"
@@ -72,7 +74,13 @@ void KVCppPlugIn::LoadXML(XMLDocument& doc) {
 
 void KVCppPlugIn::SaveXML(XMLDocument& doc) {
   const auto project = mProject.lock();
-  const auto relative = [&](const std::string& name) { return project ? project->ToRelativeFileName(name) : name; };
+  // Relative to the project file's folder, also when outside it ("../include").
+  const std::string folder = project ? project->FromRelativeFileNAme(".") : std::string();
+  const auto relative = [&](const std::string& name) {
+    if (folder.empty() || !std::filesystem::path(name).is_absolute()) return name;
+    const std::string r = std::filesystem::path(name).lexically_relative(folder).string();
+    return r.empty() ? name : r;
+  };
   const CppInput& input = mModel->Input;
   XMLNode e = doc.RootNode().AddChild(kElement);
   e.SetAttribute("DocType", OwnDocType());

@@ -172,6 +172,16 @@ TEST(CppParser, ReadsCTypedefsOfUnnamedTypes) {
   EXPECT_FALSE(at(*r.Global, "PLAIN_H"));
 }
 
+TEST(CppParser, ReadsDeclarationsInsideExternCBlocks) {
+  test::TempFolder temp;
+  write(temp.path("api.h"),
+        "extern \"C\" {\n/// A C function.\nint c_api(void);\ntypedef struct { int x; } c_point;\n}\n");
+  const ParseResult r = parse({temp.path("api.h")});
+  ASSERT_TRUE(at(*r.Global, "c_api"));
+  EXPECT_EQ(at(*r.Global, "c_api")->Comment.Brief, "A C function.");
+  EXPECT_EQ(at(*r.Global, "c_point")->Kind, DeclKind::Struct);
+}
+
 TEST(CppParser, ExpandsFoldersPatternsAndReportsWhatNamesNothing) {
   test::TempFolder temp;
   std::filesystem::create_directories(temp.path("a/deep"));

@@ -51,6 +51,15 @@ TEST_F(KVCppPlugIn, NewWritesAProjectThatKeepsItsSourcesRelative) {
   EXPECT_THAT(test::readFile(project), HasSubstr("<Define>A=1</Define>"));
 }
 
+TEST_F(KVCppPlugIn, SourcesOutsideTheProjectsFolderAreWrittenRelativeToIt) {
+  fs::copy(kData + "overloads", temp.path("overloads"), fs::copy_options::recursive);
+  fs::create_directories(temp.path("doc"));
+  const ProcessResult r = run({"new", "doc/api.kvp", "--sources", "overloads/overloads.h"});
+  ASSERT_EQ(r.ExitCode, 0) << r.Output;
+  EXPECT_THAT(test::readFile(temp.path("doc/api.kvp")), HasSubstr("<Source>../overloads/overloads.h</Source>"));
+  EXPECT_THAT(run({"items", "doc/api.kvp"}).Output, HasSubstr("KV:Class Component geo~Point"));
+}
+
 TEST_F(KVCppPlugIn, NewFailsForADocTypeThatIsNotInstalled) {
   const ProcessResult r = run({"new", "x.kvp", "--doctype", "kv.none", "--sources", "."});
   EXPECT_EQ(r.ExitCode, 1);
