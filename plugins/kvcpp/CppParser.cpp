@@ -163,6 +163,12 @@ void runUnits(std::vector<std::unique_ptr<Unit>>& units, const std::vector<std::
   for (auto& thread : pool) thread.join();
 }
 
+// Errors that tell of braces or conditionals left open or closed too often.
+bool unbalanced(const std::string& text) {
+  return text.find("'}'") != std::string::npos || text.find("unterminated") != std::string::npos ||
+         text.find("#endif") != std::string::npos || text.find("#else") != std::string::npos;
+}
+
 // One unit that includes every header of `headers`.
 std::unique_ptr<Unit> headerUnit(const std::vector<std::string>& headers, bool c) {
   auto unit = std::make_unique<Unit>();
@@ -232,12 +238,12 @@ ParseResult Parse(const CppInput& input) {
   if (!headers.empty()) units.insert(units.begin(), headerUnit(headers, input.IsC()));
   runUnits(units, arguments, input.PlainComments);
 
-  // A header with errors may take the headers after it down with it (a brace left open, a type
-  // that is missing): each such header is parsed on its own, and the others again without them.
+  // A header whose braces do not match takes the headers after it down with it: each such header
+  // is parsed on its own, and the others again without them. Other errors stay in their header.
   if (!headers.empty()) {
     std::set<std::string> broken;
     for (const auto& d : units.front()->Diagnostics)
-      if (units.front()->Documented.count(d.File)) broken.insert(d.File);
+      if (units.front()->Documented.count(d.File) && unbalanced(d.Text)) broken.insert(d.File);
     if (!broken.empty()) {
       std::vector<std::unique_ptr<Unit>> again;
       std::vector<std::string> good;

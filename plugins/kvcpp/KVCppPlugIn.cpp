@@ -25,13 +25,21 @@ std::shared_ptr<NamespaceDef> definition(const char* name, const char* displayNa
 KVCppPlugIn::KVCppPlugIn() = default;
 
 Variant KVCppPlugIn::call(std::string_view member, const Arguments& args) {
-  if (text::equalsIgnoreCase(member, "AddSource") && args.size() == 1) {
-    mModel->Input.Sources.push_back(args[0].toString());
-    mModel->Invalidate();
-    if (const auto project = mProject.lock()) project->Changed();
-    return {};
-  }
-  return Object::call(member, args);
+  CppInput& input = mModel->Input;
+  const bool one = args.size() == 1;
+  if (one && text::equalsIgnoreCase(member, "AddSource"))
+    input.Sources.push_back(args[0].toString());
+  else if (one && text::equalsIgnoreCase(member, "AddIncludeFolder"))
+    input.IncludeFolders.push_back(args[0].toString());
+  else if (one && text::equalsIgnoreCase(member, "AddDefine"))
+    input.Defines.push_back(args[0].toString());
+  else if (one && text::equalsIgnoreCase(member, "SetStandard"))
+    input.Standard = args[0].toString();
+  else
+    return Object::call(member, args);
+  mModel->Invalidate();
+  if (const auto project = mProject.lock()) project->Changed();
+  return {};
 }
 
 void KVCppPlugIn::Initialise(IKVProject& project) {

@@ -23,7 +23,8 @@ class KVCppPlugIn : public Object, public IKVProjectPlugIn {
  public:
   KVCppPlugIn();
   std::string typeName() const override { return "KVCppPlugIn"; }
-  // "AddSource(path)": a file, folder or pattern to document, for programs that make projects.
+  // For programs that make projects: "AddSource(path)" (a file, folder or pattern to document),
+  // "AddIncludeFolder(path)", "AddDefine(NAME=VALUE)" and "SetStandard(c++17)".
   Variant call(std::string_view member, const Arguments& args) override;
 
   void Initialise(IKVProject& project) override;

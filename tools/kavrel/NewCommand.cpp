@@ -19,6 +19,9 @@ struct NewOptions {
   std::string project;
   std::string docType = "kv.cpp";
   std::vector<std::string> sources;
+  std::vector<std::string> includes;
+  std::vector<std::string> defines;
+  std::string standard;
   std::string config;
 };
 
@@ -36,6 +39,9 @@ int runNew(const NewOptions& options) {
     const auto plugIn = std::dynamic_pointer_cast<kv::Object>(docType->ProjectPlugIn());
     if (!plugIn) throw std::runtime_error("the doc type has no plug-in");
     for (const auto& source : options.sources) plugIn->call("AddSource", {absolutePath(source)});
+    for (const auto& folder : options.includes) plugIn->call("AddIncludeFolder", {absolutePath(folder)});
+    for (const auto& define : options.defines) plugIn->call("AddDefine", {define});
+    if (!options.standard.empty()) plugIn->call("SetStandard", {options.standard});
     if (!project->SaveToDisk()) {
       std::cerr << file << ": the project could not be saved\n";
       result = 2;
@@ -59,6 +65,9 @@ void registerNewCommand(CLI::App& app, int& exitCode) {
   command->add_option("--sources", options->sources, "Files, folders or wildcard patterns to document")
       ->required()
       ->expected(1, -1);
+  command->add_option("--include", options->includes, "Include folders the sources need (C and C++)");
+  command->add_option("--define", options->defines, "Macros to define, NAME or NAME=VALUE (C and C++)");
+  command->add_option("--std", options->standard, "The language standard, such as c++17 or c11 (C and C++)");
   command->add_option("--config", options->config, "The configuration folder");
   command->footer("Exit codes: 0 written, 1 no such doc type, 2 the file could not be written.");
   command->callback([options, &exitCode] { exitCode = runNew(*options); });
