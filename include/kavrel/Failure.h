@@ -29,6 +29,7 @@ inline constexpr long ObjectRequired = 424;
 inline constexpr long CantCreateObject = 429;
 inline constexpr long MemberNotSupported = 438;
 inline constexpr long AutomationError = 440;
+inline constexpr long ArgumentNotOptional = 449;
 inline constexpr long KeyAlreadyExists = 457;
 }  // namespace err
 

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "host/modMain.h"
+#include "kavrel/model/VBProjectGroup.h"
 #include "template/TextExpansion.h"
 
 namespace kv {
@@ -50,6 +51,12 @@ class Root {
   // Markup around editable comment spans, from the machine settings.
   std::string EditableSpanPrefix;
   std::string EditableSpanSuffix;
+
+  // Models: a new project with every option but keeping source text turned on, a .NET project
+  // read from an assembly, a new group of projects.
+  std::shared_ptr<vbProject> NewVBProject() const;
+  std::shared_ptr<vbProject> NewDotNetVBProject(const std::string& FileName) const;
+  std::shared_ptr<VBProjectGroup> NewVBProjectGroup() const;
 
   std::string RegKeyPath() const { return kv::RegKeyPath(); }
   std::string GetAppValue(std::string_view ValueName, std::string_view DefaultValue = {},

@@ -2,6 +2,8 @@
 // folder's "plugins/" exactly as an installed plug-in is. Its project plug-in keeps root items
 // ("Root" children of its "TestPlugIn" element in the project file, which names its doc type) and
 // writes every call it gets to a log that tests read through the late-bound member "CallLog".
+// Its namespace provider loads synthetic models of any size ("synthetic:<name>:<items>") and
+// delivers their items as a doc-type plug-in delivers its model.
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
@@ -14,6 +16,7 @@
 #include "kavrel/INamespaceProvider.h"
 #include "kavrel/NamespaceDef.h"
 #include "kavrel/XmlDocument.h"
+#include "plugins/SyntheticModel.h"
 
 namespace {
 
@@ -130,6 +133,9 @@ class TestProjectPlugIn : public Object, public IKVProjectPlugIn {
 };
 
 // Records the output files it is told of, readable through the late-bound member "PageOutputs".
+// Root items are synthetic models: "synthetic:Acme:500" is a project named Acme of at least 500
+// items. Below a parent, a definition named "KV:<type name>" gets the parent's children of that
+// type.
 class TestProvider : public Object, public INamespaceProvider {
  public:
   std::string typeName() const override { return "TestProvider"; }
@@ -140,13 +146,38 @@ class TestProvider : public Object, public INamespaceProvider {
   }
 
   void KVProject(const std::weak_ptr<IKVProject>& project) override { mProject = project; }
-  ItemCollection GetItems(const std::shared_ptr<NamespaceDef>&, const ObjectPtr&, const std::string&) override {
-    return std::make_shared<std::vector<ObjectPtr>>();
+  ItemCollection GetItems(const std::shared_ptr<NamespaceDef>& def, const ObjectPtr& parent,
+                          const std::string&) override {
+    auto items = std::make_shared<std::vector<ObjectPtr>>();
+    if (!parent) {
+      for (const auto& root : mRoots) items->push_back(root.item);
+      return items;
+    }
+    const auto item = std::dynamic_pointer_cast<Item>(parent);
+    const std::string kind = def && text::startsWithIgnoreCase(def->Name, "KV:") ? def->Name.substr(3) : "";
+    if (item)
+      item->ForEachChild([&](const ItemPtr& child) {
+        if (kind.empty() || TypeMatch(child, kind)) items->push_back(child);
+        return true;
+      });
+    return items;
   }
   std::shared_ptr<kv::DataProvider> DataProvider() override { return nullptr; }
-  ObjectPtr LoadRootItem(const std::string&) override { return nullptr; }
+  ObjectPtr LoadRootItem(const std::string& moniker) override {
+    for (const auto& root : mRoots)
+      if (root.moniker == moniker) return root.item;
+    const std::vector<std::string> parts = text::split(moniker, ":");
+    if (parts.size() != 3 || parts[0] != "synthetic") return nullptr;
+    auto model = test::BuildSyntheticModel(std::stol(parts[2]), parts[1]);
+    mRoots.push_back({moniker, model.project});
+    return model.project;
+  }
   void SetRootItem(const ObjectPtr&) override {}
-  ObjectPtr GetItemByQualifiedName(const std::string&) override { return nullptr; }
+  ObjectPtr GetItemByQualifiedName(const std::string& name) override {
+    for (const auto& root : mRoots)
+      if (ItemPtr found = root.item->FindByQualifiedName(name)) return found;
+    return nullptr;
+  }
   std::vector<std::shared_ptr<NamespaceDef>> GetNamespaceDefsOfItem(const ObjectPtr&,
                                                                     const kv::NamespaceDefs&) override {
     return {};
@@ -163,14 +194,23 @@ class TestProvider : public Object, public INamespaceProvider {
   void EndChildItem(const ObjectPtr&, const ObjectPtr&) override {}
   std::string BrowseForItem(const std::string&) override { return {}; }
   bool ItemExists(const std::string&) override { return true; }
-  std::string MonikerForItem(const ObjectPtr& item) override { return "test:" + item->get("Name").toString(); }
+  std::string MonikerForItem(const ObjectPtr& item) override {
+    for (const auto& root : mRoots)
+      if (root.item == item) return root.moniker;
+    return "test:" + item->get("Name").toString();
+  }
   std::string RelativeMoniker(const std::string& moniker, const std::string&) override { return moniker; }
   std::string AbsoluteMoniker(const std::string& moniker, const std::string&) override { return moniker; }
   std::string ContentFilterOfItem(const ObjectPtr&) override { return {}; }
 
  private:
+  struct LoadedRoot {
+    std::string moniker;
+    std::shared_ptr<vbProject> item;
+  };
   std::weak_ptr<IKVProject> mProject;
   std::vector<std::string> mOutputs;
+  std::vector<LoadedRoot> mRoots;
 };
 
 }  // namespace
