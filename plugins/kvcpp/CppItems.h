@@ -1,7 +1,14 @@
-// The items of a parse, as the namespace definitions ask for them: header files at the root;
-// below a header the classes, functions, enumerations, type aliases, macros and variables it
-// declares, however deep in namespaces; below a class its members, filtered by access. Each
-// declaration has one item for the life of the parse, so that comments stay with it.
+// The model of a parse, and its items as the namespace definitions ask for them.
+//
+// The model is a vbProject whose components are the header files (ComponentKind "Header": their
+// free functions and macros as blocks, enumerations, variables and type aliases as variables) and
+// the classes, structs and unions (with their template parameters as generic arguments, members
+// as blocks and variables, nested enumerations), wherever they are declared. Doc comments become
+// tagged comments of the kinds the configuration defines.
+//
+// The definitions walk it as: header files at the root; below a header the classes, functions,
+// enumerations, type aliases, macros and variables it declares; below a class its members,
+// filtered by access.
 #pragma once
 
 #include <functional>
@@ -10,8 +17,10 @@
 #include <string>
 #include <vector>
 
-#include "CppItem.h"
+#include "CppKinds.h"
 #include "CppParser.h"
+#include "kavrel/TaggedCommentDef.h"
+#include "kavrel/model/vbProject.h"
 
 namespace kv::cpp {
 
@@ -36,25 +45,34 @@ struct AccessFilter {
 
 class CppItems {
  public:
-  // `relativeName` names a header file for the reader.
-  CppItems(std::shared_ptr<const ParseResult> parsed,
-           const std::function<std::string(const std::string&)>& relativeName);
+  // `relativeName` names a header file for the reader; comments are filed under `commentDefs`.
+  CppItems(const ParseResult& parsed, const std::string& projectName,
+           const std::function<std::string(const std::string&)>& relativeName,
+           std::shared_ptr<const TaggedCommentDefs> commentDefs);
 
-  const std::vector<std::shared_ptr<CppItem>>& Headers() const { return mHeaders; }
+  const std::shared_ptr<vbProject>& Project() const { return mProject; }
+  const std::vector<std::shared_ptr<Component>>& Headers() const { return mHeaders; }
   // The items of definition `def` below `parent` (nothing for the root).
-  std::vector<ObjectPtr> Items(const std::string& def, const ObjectPtr& parent, const AccessFilter& access);
+  std::vector<ObjectPtr> Items(const std::string& def, const ObjectPtr& parent, const AccessFilter& access) const;
   // The item of a qualified name ("geo~Point~scale"; a header by its name), or nothing.
-  std::shared_ptr<CppItem> Find(const std::string& qualifiedName);
-  // The definition that an item's kind belongs to.
-  static std::string DefinitionOf(const CppItem& item);
+  ItemPtr Find(const std::string& qualifiedName) const;
+  // The definition that an item belongs to, empty for none.
+  static std::string DefinitionOf(const Item& item);
 
  private:
-  std::shared_ptr<CppItem> ItemOf(const Declaration& decl);
-  void Collect(const Declaration& scope, const std::string& file, const std::string& def, std::vector<ObjectPtr>& out);
+  void AddScope(const Declaration& scope);
+  void AddClass(const Declaration& decl);
+  void AddMember(Component& owner, const Declaration& decl, const Declaration& scope);
+  void Comment(Item& item, const DocComment& comment);
+  void Add(Item& item, const std::string& tag, const std::string& text, const std::string& qualifier = {});
+  bool Defined(const std::string& tag) const;
+  Component* HeaderOf(const std::string& file) const;
 
-  std::shared_ptr<const ParseResult> mParsed;
-  std::vector<std::shared_ptr<CppItem>> mHeaders;
-  std::map<const Declaration*, std::shared_ptr<CppItem>> mItems;
+  std::shared_ptr<vbProject> mProject;
+  std::vector<std::shared_ptr<Component>> mHeaders;
+  std::vector<std::shared_ptr<Component>> mClasses;
+  std::map<std::string, std::shared_ptr<Component>> mHeaderByFile;
+  std::shared_ptr<const TaggedCommentDefs> mCommentDefs;
 };
 
 }  // namespace kv::cpp

@@ -41,8 +41,9 @@ std::shared_ptr<const ParseResult> CppModel::Parsed(IKVProject* project) {
 
 CppItems& CppModel::Items(IKVProject* project) {
   if (!mItems || !mParsed)
-    mItems =
-        std::make_unique<CppItems>(Parsed(project), [this](const std::string& file) { return RelativeName(file); });
+    mItems = std::make_unique<CppItems>(
+        *Parsed(project), "kv.cpp", [this](const std::string& file) { return RelativeName(file); },
+        ConfiguredTaggedCommentDefs());
   return *mItems;
 }
 

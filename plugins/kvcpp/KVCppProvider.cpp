@@ -39,14 +39,14 @@ ObjectPtr KVCppProvider::GetItemByQualifiedName(const std::string& name) {
 
 std::vector<std::shared_ptr<NamespaceDef>> KVCppProvider::GetNamespaceDefsOfItem(const ObjectPtr& item,
                                                                                  const kv::NamespaceDefs& defs) {
-  const auto* cppItem = dynamic_cast<const CppItem*>(item.get());
-  if (!cppItem) return {};
-  return defs.FindByName(CppItems::DefinitionOf(*cppItem));
+  const auto* model = dynamic_cast<const Item*>(item.get());
+  const std::string name = model ? CppItems::DefinitionOf(*model) : std::string();
+  return name.empty() ? std::vector<std::shared_ptr<NamespaceDef>>() : defs.FindByName(name);
 }
 
 std::string KVCppProvider::MonikerForItem(const ObjectPtr& item) {
-  const auto* cppItem = dynamic_cast<const CppItem*>(item.get());
-  return cppItem ? cppItem->QualifiedName() : std::string();
+  const auto* model = dynamic_cast<const Item*>(item.get());
+  return model ? model->QualifiedName() : std::string();
 }
 
 }  // namespace kv::cpp

@@ -75,8 +75,9 @@ TEST_F(KVCppPlugIn, ItemsFollowTheTemplatesDefinitionsAndTheAccessFilters) {
   for (const std::string& line :
        {"  KV:Header Component overloads.h  " + header, "    KV:Class Component geo~Point  " + header + ":7",
         "      KV:Method Block geo~Point~operator bool  " + header + ":25",
+        "      KV:Method Block geo~Point~scale~(double, double)  " + header + ":19",
         "      KV:Field Variable geo~Point~x  " + header + ":27",
-        "    KV:Function Block geo~distance  " + header + ":37",
+        "    KV:Function Block geo~distance~(const Point &)  " + header + ":39",
         "    KV:Enumeration Enumeration geo~Colour  " + header + ":47",
         "    KV:Typedef Variable geo~Points  " + header + ":48",
         "    KV:Variable Variable geo~pointCount  " + header + ":50"})
