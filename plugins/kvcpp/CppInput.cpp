@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "kavrel/Text.h"
+
 namespace kv::cpp {
 namespace fs = std::filesystem;
 
@@ -24,6 +26,9 @@ bool isPattern(const std::string& s) {
 void addMatches(const fs::path& folder, const std::string& pattern, bool headersOnly, std::vector<std::string>& out) {
   std::error_code ec;
   const bool deep = pattern.find("**") != std::string::npos || pattern.find('/') == std::string::npos;
+  // "**/" stands for any number of folders, none included.
+  const std::string glob = text::replaceAll(pattern, "**", "*");
+  const std::string shallow = text::replaceAll(pattern, "**/", "");
   for (auto it = fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied, ec);
        it != fs::recursive_directory_iterator(); it.increment(ec)) {
     if (ec) break;
@@ -31,10 +36,6 @@ void addMatches(const fs::path& folder, const std::string& pattern, bool headers
     const std::string relative = it->path().lexically_relative(folder).string();
     const std::string subject =
         deep && pattern.find('/') == std::string::npos ? it->path().filename().string() : relative;
-    // "**/" stands for any number of folders, none included.
-    std::string glob = pattern, shallow = pattern;
-    for (size_t at; (at = glob.find("**")) != std::string::npos;) glob.replace(at, 2, "*");
-    for (size_t at; (at = shallow.find("**/")) != std::string::npos;) shallow.erase(at, 3);
     if (fnmatch(glob.c_str(), subject.c_str(), 0) != 0 && fnmatch(shallow.c_str(), subject.c_str(), 0) != 0) continue;
     if (headersOnly && !IsHeaderFile(it->path().string())) continue;
     out.push_back(it->path().lexically_normal().string());

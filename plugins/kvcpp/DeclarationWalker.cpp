@@ -322,7 +322,8 @@ void DeclarationWalker::Record(CXCursor cursor, Declaration& scope, std::string 
         if (clang_getCursorKind(child) != CXCursor_CXXBaseSpecifier) return CXChildVisit_Continue;
         std::string base = AccessName(accessOf(child));
         if (clang_isVirtualBase(child)) base += " virtual";
-        base += (base.empty() ? "" : " ") + typeText(clang_getCursorType(child));
+        if (!base.empty()) base += ' ';
+        base += typeText(clang_getCursorType(child));
         static_cast<Bases*>(data)->Decl->Bases.push_back(base);
         return CXChildVisit_Continue;
       },
