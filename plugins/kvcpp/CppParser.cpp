@@ -11,6 +11,7 @@
 #include <unordered_set>
 
 #include "DeclarationWalker.h"
+#include "PrecompiledHeaders.h"
 
 namespace kv::cpp {
 namespace fs = std::filesystem;
@@ -107,26 +108,41 @@ void collectDiagnostics(CXTranslationUnit tu, Unit& unit) {
   if (more) unit.Diagnostics.push_back({{}, 0, std::to_string(more) + " more errors in " + unit.MainFile});
 }
 
-void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plainComments) {
+// Parses a unit and walks it. With `cache`, the unit loads the cached precompiled header, or makes
+// it when there is none yet.
+void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plainComments,
+               const PrecompiledHeaders* cache = nullptr) {
   CXIndex index = clang_createIndex(0, 0);
-  std::vector<const char*> args;
-  for (const auto& a : arguments) args.push_back(a.c_str());
+  std::vector<std::string> withCache = arguments;
+  const std::vector<std::string> cached = cache ? cache->Arguments() : std::vector<std::string>();
+  withCache.insert(withCache.end(), cached.begin(), cached.end());
   CXUnsavedFile unsaved{unit.MainFile.c_str(), unit.Contents.c_str(), static_cast<unsigned long>(unit.Contents.size())};
   const unsigned options = CXTranslationUnit_SkipFunctionBodies | CXTranslationUnit_DetailedPreprocessingRecord |
                            CXTranslationUnit_KeepGoing | CXTranslationUnit_IgnoreNonErrorsFromIncludedFiles;
   CXTranslationUnit tu = nullptr;
-  const CXErrorCode error = clang_parseTranslationUnit2(
-      index, unit.MainFile.c_str(), args.data(), static_cast<int>(args.size()),
-      unit.Contents.empty() ? nullptr : &unsaved, unit.Contents.empty() ? 0 : 1, options, &tu);
+  const auto parse = [&](const std::vector<std::string>& list) {
+    std::vector<const char*> args;
+    for (const auto& a : list) args.push_back(a.c_str());
+    return clang_parseTranslationUnit2(index, unit.MainFile.c_str(), args.data(), static_cast<int>(args.size()),
+                                       unit.Contents.empty() ? nullptr : &unsaved, unit.Contents.empty() ? 0 : 1,
+                                       options, &tu);
+  };
+  CXErrorCode error = parse(withCache);
+  const bool usedCache = !cached.empty() && error == CXError_Success;
+  if (!cached.empty() && error != CXError_Success) {
+    cache->Forget();  // made by another libclang, or its headers changed
+    error = parse(arguments);
+  }
   if (error != CXError_Success || !tu) {
     unit.Diagnostics.push_back(
         {unit.Contents.empty() ? unit.MainFile : std::string(), 0,
          "the compiler could not parse this unit (libclang error " + std::to_string(static_cast<int>(error)) + ")"});
   } else {
     collectDiagnostics(tu, unit);
-    DeclarationWalker walker(
-        tu, [&](const std::string& file) { return unit.Documented.count(file) > 0; }, plainComments);
+    const auto documented = [&](const std::string& file) { return unit.Documented.count(file) > 0; };
+    DeclarationWalker walker(tu, documented, plainComments);
     walker.Walk(*unit.Global);
+    if (cache && !usedCache) cache->Make(tu, documented);
     clang_disposeTranslationUnit(tu);
   }
   clang_disposeIndex(index);
@@ -150,11 +166,13 @@ void merge(Declaration& into, Declaration& from, std::unordered_set<std::string>
   }
 }
 
-void runUnits(std::vector<std::unique_ptr<Unit>>& units, const std::vector<std::string>& arguments,
-              bool plainComments) {
+// Parses the units on all processors; the first may use `cache`.
+void runUnits(std::vector<std::unique_ptr<Unit>>& units, const std::vector<std::string>& arguments, bool plainComments,
+              const PrecompiledHeaders* cache = nullptr) {
   std::atomic<size_t> next{0};
   auto work = [&] {
-    for (size_t i; (i = next++) < units.size();) parseUnit(*units[i], arguments, plainComments);
+    for (size_t i; (i = next++) < units.size();)
+      parseUnit(*units[i], arguments, plainComments, i == 0 ? cache : nullptr);
   };
   const size_t threads = std::min<size_t>(units.size(), std::max(1u, std::thread::hardware_concurrency()));
   std::vector<std::thread> pool;
@@ -236,7 +254,8 @@ ParseResult Parse(const CppInput& input) {
     }
   }
   if (!headers.empty()) units.insert(units.begin(), headerUnit(headers, input.IsC()));
-  runUnits(units, arguments, input.PlainComments);
+  const PrecompiledHeaders cache(arguments, input.IsC());
+  runUnits(units, arguments, input.PlainComments, headers.empty() ? nullptr : &cache);
 
   // A header whose braces do not match takes the headers after it down with it: each such header
   // is parsed on its own, and the others again without them. Other errors stay in their header.

@@ -5,12 +5,14 @@
 #include <fstream>
 
 #include "CppParser.h"
+#include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
 
 namespace kv::cpp {
 namespace {
 
 using testing::HasSubstr;
+namespace fs = std::filesystem;
 
 const std::string kData = KV_TEST_DATA_DIR "/kvcpp/";
 
@@ -243,6 +245,34 @@ TEST(CppParser, SourceFilesAreUnitsOfTheirOwnAndShareNothingTwice) {
   EXPECT_EQ(all(*r.Global, "shared").size(), 1u);
   EXPECT_EQ(at(*r.Global, "shared")->File, temp.path("shared.h"));
   EXPECT_EQ(at(*r.Global, "onlyInOne")->Comment.Brief, "Only here.");
+}
+
+// Everything a declaration tells, for comparing two parses.
+std::string describe(const Declaration& d) {
+  std::string out = d.QualifiedName + d.Signature + "|" + d.Text + "|" + d.File + ":" + std::to_string(d.Line) + "|" +
+                    d.Comment.Brief + "\n";
+  for (const auto& child : d.Children) out += describe(*child);
+  return out;
+}
+
+TEST(CppParser, CachesTheSystemHeadersAndParsesAlikeWithTheCache) {
+  test::TempFolder cache;
+  test::ScopedEnvironment environment("XDG_CACHE_HOME", cache.path());
+  const ParseResult first = parse({kData + "overloads", kData + "templates"});
+  std::vector<fs::path> made;
+  for (const auto& entry : fs::directory_iterator(cache.path("kavrel")))
+    if (entry.path().extension() == ".pch") made.push_back(entry.path());
+  ASSERT_EQ(made.size(), 1u);
+
+  const ParseResult second = parse({kData + "overloads", kData + "templates"});
+  EXPECT_EQ(describe(*second.Global), describe(*first.Global));
+  EXPECT_TRUE(second.Diagnostics.empty()) << second.Diagnostics.front().Format();
+
+  // A cache entry that libclang cannot read is made again, and costs nothing else.
+  write(made[0].string(), "not a precompiled header");
+  const ParseResult third = parse({kData + "overloads", kData + "templates"});
+  EXPECT_EQ(describe(*third.Global), describe(*first.Global));
+  EXPECT_GT(fs::file_size(made[0]), 1000u);
 }
 
 }  // namespace
