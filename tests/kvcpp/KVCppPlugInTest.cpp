@@ -60,6 +60,18 @@ TEST_F(KVCppPlugIn, SourcesOutsideTheProjectsFolderAreWrittenRelativeToIt) {
   EXPECT_THAT(run({"items", "doc/api.kvp"}).Output, HasSubstr("KV:Class Component geo~Point"));
 }
 
+TEST_F(KVCppPlugIn, NewTakesWhatTheHeadersNeedToCompile) {
+  fs::create_directories(temp.path("inc"));
+  const ProcessResult r =
+      run({"new", "api.kvp", "--sources", "inc", "--include", "inc", "--define", "A=1", "B", "--std", "c++17"});
+  ASSERT_EQ(r.ExitCode, 0) << r.Output;
+  const std::string text = test::readFile(temp.path("api.kvp"));
+  EXPECT_THAT(text, HasSubstr("Standard=\"c++17\""));
+  EXPECT_THAT(text, HasSubstr("<IncludeFolder>inc</IncludeFolder>"));
+  EXPECT_THAT(text, HasSubstr("<Define>A=1</Define>"));
+  EXPECT_THAT(text, HasSubstr("<Define>B</Define>"));
+}
+
 TEST_F(KVCppPlugIn, NewFailsForADocTypeThatIsNotInstalled) {
   const ProcessResult r = run({"new", "x.kvp", "--doctype", "kv.none", "--sources", "."});
   EXPECT_EQ(r.ExitCode, 1);
