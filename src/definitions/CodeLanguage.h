@@ -10,6 +10,7 @@ namespace kv {
 
 struct CodeLanguage {
   std::string Name;
+  std::string Caption;  // for display, such as the heading of an example; the name by default
   bool SwitchedOn = true;
 };
 

@@ -81,6 +81,7 @@ void ConfigurationRoot::Content::readMain(const XMLNode& root) {
     } else if (isElement(e, "CodeLanguage")) {
       auto language = std::make_shared<CodeLanguage>();
       language->Name = readText(e, "Name");
+      language->Caption = readText(e, "Caption", language->Name);
       language->SwitchedOn = readBool(e, "On", true);
       ignoreDuplicate(codeLanguages, language, language->Name);
     } else if (isElement(e, "TaggedComment")) {

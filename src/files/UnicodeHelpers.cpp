@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <utility>
 
 #include "kavrel/FileSystem.h"
 #include "kavrel/Text.h"
@@ -213,6 +215,38 @@ CodePage UnicodeHelpers::CodePageFromID(long codePage) {
   for (const auto& row : kCodePages)
     if (row.id == codePage) return CodePage{row.id, row.charset, row.converter, true};
   return CodePage{codePage, {}, {}, false};
+}
+
+Locale UnicodeHelpers::SystemLocale() {
+  for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* value = std::getenv(variable);
+    if (!value || !*value) continue;
+    std::string name(value);
+    name = name.substr(0, name.find_first_of(".@"));
+    std::replace(name.begin(), name.end(), '_', '-');
+    if (Locale locale = LocaleFromName(name); locale.Valid) return locale;
+  }
+  return LocaleFromID(1033);
+}
+
+long UnicodeHelpers::CharSetID(long codePage) {
+  static constexpr std::array<std::pair<long, long>, 14> kSets{{{1252, 0},
+                                                                {932, 128},
+                                                                {949, 129},
+                                                                {936, 134},
+                                                                {950, 136},
+                                                                {1253, 161},
+                                                                {1254, 162},
+                                                                {1258, 163},
+                                                                {1255, 177},
+                                                                {1256, 178},
+                                                                {1257, 186},
+                                                                {1251, 204},
+                                                                {874, 222},
+                                                                {1250, 238}}};
+  for (const auto& [page, set] : kSets)
+    if (page == codePage) return set;
+  return 1;
 }
 
 }  // namespace kv

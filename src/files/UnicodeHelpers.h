@@ -66,6 +66,12 @@ class UnicodeHelpers {
   static Locale LocaleFromID(long lcid);
   static Locale LocaleFromName(std::string_view name);  // "en-US", case ignored
   static CodePage CodePageFromID(long codePage);
+  // The locale of the process's environment (LC_ALL, LC_MESSAGES, LANG, such as "de_DE.UTF-8");
+  // United States English when it names none that the table knows.
+  static Locale SystemLocale();
+  // The character-set number that help and font tools use for a code page (0 for Western
+  // European, 128 for Japanese, ...); 1, the default set, for a code page without one.
+  static long CharSetID(long codePage);
 
  private:
   template <class T>

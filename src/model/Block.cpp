@@ -49,6 +49,10 @@ bool Signature::ForEachChild(const Visitor& visit) const {
 }
 
 const MemberTable& Block::memberTable() const {
+  return blockTable();
+}
+
+const MemberTable& Block::blockTable() {
   using B = Block;
   static const MemberTable table = [] {
     MemberTable t(signatureTable());
@@ -64,6 +68,10 @@ const MemberTable& Block::memberTable() const {
 }
 
 const MemberTable& DeclareDeclaration::memberTable() const {
+  return declareDeclarationTable();
+}
+
+const MemberTable& DeclareDeclaration::declareDeclarationTable() {
   using D = DeclareDeclaration;
   static const MemberTable table = [] {
     MemberTable t(signatureTable());

@@ -16,6 +16,10 @@ bool visitAll(const ItemVector<T>& items, const Item::Visitor& visit) {
 }  // namespace
 
 const MemberTable& Component::memberTable() const {
+  return componentTable();
+}
+
+const MemberTable& Component::componentTable() {
   using C = Component;
   static const MemberTable table = [] {
     MemberTable t(documentedItemTable());

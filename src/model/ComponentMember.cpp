@@ -20,6 +20,10 @@ const MemberTable& ComponentMember::componentMemberTable() {
 }
 
 const MemberTable& Variable::memberTable() const {
+  return variableTable();
+}
+
+const MemberTable& Variable::variableTable() {
   using V = Variable;
   static const MemberTable table = [] {
     MemberTable t(componentMemberTable());

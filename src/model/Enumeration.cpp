@@ -3,6 +3,10 @@
 namespace kv {
 
 const MemberTable& MemberList::memberTable() const {
+  return memberListTable();
+}
+
+const MemberTable& MemberList::memberListTable() {
   using L = MemberList;
   static const MemberTable table = [] {
     MemberTable t(componentMemberTable());

@@ -3,6 +3,10 @@
 namespace kv {
 
 const MemberTable& Parameter::memberTable() const {
+  return parameterTable();
+}
+
+const MemberTable& Parameter::parameterTable() {
   using P = Parameter;
   static const MemberTable table = [] {
     MemberTable t(itemTable());
@@ -17,6 +21,10 @@ const MemberTable& Parameter::memberTable() const {
 }
 
 const MemberTable& GenericArgument::memberTable() const {
+  return genericArgumentTable();
+}
+
+const MemberTable& GenericArgument::genericArgumentTable() {
   static const MemberTable table = [] {
     MemberTable t(itemTable());
     t.property<GenericArgument>("Constraints", [](const GenericArgument& g) -> Variant { return g.Constraints(); });

@@ -5,6 +5,10 @@
 namespace kv {
 
 const MemberTable& PropertyGroup::memberTable() const {
+  return propertyGroupTable();
+}
+
+const MemberTable& PropertyGroup::propertyGroupTable() {
   using G = PropertyGroup;
   static const MemberTable table = [] {
     MemberTable t(componentMemberTable());

@@ -34,6 +34,10 @@ ItemPtr Assemblies::GetObjectFromQualifiedName(std::string_view name) const {
 }
 
 const MemberTable& VBProjectGroup::memberTable() const {
+  return projectGroupTable();
+}
+
+const MemberTable& VBProjectGroup::projectGroupTable() {
   using G = VBProjectGroup;
   static const MemberTable table = [] {
     MemberTable t(documentedItemTable());

@@ -30,6 +30,10 @@ std::string paragraph(const std::string& text) {
 }  // namespace
 
 const MemberTable& vbProject::memberTable() const {
+  return projectTable();
+}
+
+const MemberTable& vbProject::projectTable() {
   using P = vbProject;
   static const MemberTable table = [] {
     MemberTable t(documentedItemTable());

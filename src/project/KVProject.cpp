@@ -187,8 +187,9 @@ std::string KVProject::OutputFolder() const {
 }
 
 std::string KVProject::DefaultTopic() const {
-  // File name aliases replace the stored topic once pages have aliases (see the build).
-  return mDefaultTopic;
+  if (!mUseFileNameAliases) return mDefaultTopic;
+  const std::string alias = GetFileNameAlias(mDefaultTopic);
+  return alias.empty() ? mDefaultTopic : alias;
 }
 
 void KVProject::DefaultTopic(const std::string& v) {
@@ -368,6 +369,18 @@ void KVProject::LoadVariables(KVDocType& DocType) {
       VariableValues->Add(NewVariableValue(def.Name, def.DefaultValue, true, false), def.Name);
     }
   });
+}
+
+// --- Phrases and scraps ---------------------------------------------------------------------
+
+std::string KVProject::Phrase(const std::string& Key) {
+  if (!mCurrentDocType) return Key;
+  return mCurrentDocType->Template()->Phrase(Key);
+}
+
+std::string KVProject::Scrap(const std::string& Key) {
+  if (!mCurrentDocType) throw ObjectNotSet();
+  return mCurrentDocType->Template()->Scrap(Key);
 }
 
 // --- Messages -------------------------------------------------------------------------------

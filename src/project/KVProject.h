@@ -8,6 +8,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "files/UnicodeHelpers.h"
 #include "kavrel/Collection.h"
@@ -38,6 +40,10 @@ class CommunityProperties;
 class NamespaceDef;
 class XMLDocument;
 class INamespaceProvider;
+class DataProvider;
+class Template;
+class PageLayout;
+class NodeDef;
 
 class KVProject : public Object, public IKVProject {
   struct Token {};
@@ -251,6 +257,46 @@ class KVProject : public Object, public IKVProject {
   void LoadAllVariables();
   void LoadVariables(KVDocType& DocType);
 
+  // --- Phrases and scraps of the current doc type's template ------------------------------
+  // The phrase, or `Key` itself without a current doc type.
+  std::string Phrase(const std::string& Key);
+  // The scrap; fails without a current doc type.
+  std::string Scrap(const std::string& Key);
+
+  // --- Output file names and their aliases (see FileNameAliases.cpp) ----------------------
+  // Numbers every page name of the non-Lumidesk doc types as "topic<n>"; false when cancelled.
+  bool CreateAllFileNameAliases();
+  // "topic<n>" + extension for a page name (no path) that has an alias while aliases are on;
+  // otherwise the name unchanged. While aliases are on but no alias pass has run, empty.
+  std::string GetFileNameAlias(const std::string& FileName) const;
+  // Decodes every "%XX"; the scan starts again from the beginning after each one.
+  static std::string RemoveEntities(std::string_view Source);
+  // The help file's name without its folder, computed once.
+  std::string Short_HelpFileName();
+  // Whether an item counts as new: its IsNew mark or its new-item comment, unless the comment's
+  // date lies before the project's "IsNewDate"; a member of a new component is new.
+  bool IsItemNew(const ObjectPtr& Item);
+  // The name of a page of `Layout` for `Item` (no folder), patterns expanded by `DDP`.
+  std::string GetPageLayoutFileName(const kv::PageLayout& Layout, const std::shared_ptr<kv::NamespaceDef>& Def,
+                                    const ObjectPtr& Item, kv::DataProvider& DDP);
+  // Whether a layout's comma list of namespace definition names serves `Name`: the first match,
+  // ignoring case, counts when it ends the list or an entry.
+  static bool LayoutListsNamespace(std::string_view NamespaceList, std::string_view Name);
+  // The name part made usable as a file name (see ValidFileName), and ".html" turned into the
+  // project's output extension when that differs.
+  std::string CleanOutputFileName(std::string_view FileName);
+  bool GetIsNew(const NodeDef& Node, const ObjectPtr& Item);
+  // The page (HTML text) with its links to aliased pages rewritten, or nothing when no link
+  // names one. A rewritten link loses its fragment.
+  std::optional<std::string> LookForFileNameAliases(std::string_view Page) const;
+  std::string GetLocalFileName(const std::string& URL) const;
+  static bool IsFileURL(std::string_view URL);
+  static std::string FileURLToFileName(std::string_view URL);
+  // Warns once per build when an output file's full name is too long for other platforms'
+  // help tools; `ResetPathLengthWarning` starts a new build.
+  void CheckOutputPathLength(const std::string& FileName);
+  void ResetPathLengthWarning() { mShownPathLengthWarning = false; }
+
   // --- Messages and errors ------------------------------------------------------------------
   int ShowMessageBox(const std::string& Message, int Buttons, const std::string& Title) override;
   int InternalShowMessageBox(const std::string& Message, int Buttons, const std::string& Title, int ExplicitDefault);
@@ -344,6 +390,18 @@ class KVProject : public Object, public IKVProject {
   bool mCompileWinHelpStub = false, mShowCompileLog = false;
   std::string mDefaultTopic;
   std::string mProjectFileName;
+
+  void CreateFileNameAliases(KVDocType& DocType, const std::shared_ptr<kv::NamespaceDef>& Def,
+                             const ObjectPtr& ParentItem, const std::shared_ptr<kv::NamespaceDef>& ParentDef,
+                             bool& cancelled);
+  void AddFileNameAlias(const std::string& FileName);
+  // The alias a link of a page takes, if it names an aliased page.
+  std::optional<std::string> AliasOfLink(const std::string& Link) const;
+  // Page name (no path) -> alias number; the counter starts at 1 in each alias pass.
+  std::shared_ptr<Collection<long>> mFileNameAliases;
+  long mFileNameAliasIncrement = 1;
+  std::optional<std::string> mShortHelpFileName;
+  bool mShownPathLengthWarning = false;
 
   bool mDirty = false;
   bool mCancel = false;

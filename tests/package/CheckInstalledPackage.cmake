@@ -1,13 +1,15 @@
 # Installs the build into a fresh prefix, builds a small plug-in out of the tree through the CMake
-# package and through pkg-config, and has the installed kavrel load both from a configuration
-# folder. Run by CTest with BUILD_DIR, SOURCE_DIR, WORK_DIR, LIBDIR and CXX set, and PLUGIN_FLAGS
-# for what the compiler needs beyond the package's flags.
+# package and through pkg-config, compiles each installed header alone, and has the installed
+# kavrel load both plug-ins from a configuration folder. Run by CTest with BUILD_DIR, SOURCE_DIR,
+# WORK_DIR, LIBDIR and CXX set, and PLUGIN_FLAGS for what the compiler needs beyond the package's
+# flags.
 cmake_minimum_required(VERSION 3.25)
 
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE out)
   if(NOT rc EQUAL 0)
-    message(FATAL_ERROR "Failed (${rc}): ${ARGN}\n${out}")
+    list(JOIN ARGN " " command)
+    message(FATAL_ERROR "Failed (${rc}): ${command}\n${out}")
   endif()
   set(output "${out}" PARENT_SCOPE)
 endfunction()
@@ -34,6 +36,16 @@ run(${PKG_CONFIG} --cflags kavrel)
 separate_arguments(cflags UNIX_COMMAND "${output} ${PLUGIN_FLAGS}")
 run(${CXX} ${cflags} -Wall -Wextra -Werror -shared -fPIC "-DKV_OUTSIDE_CLASS=\"Outside.PkgConfigPlugIn\""
     ${plugin}/OutsidePlugIn.cpp -o ${config}/plugins/outside_pkgconfig.so)
+
+# Every installed header compiles on its own, with no other header before it.
+file(GLOB headers RELATIVE ${prefix}/include ${prefix}/include/kavrel/*.h)
+set(units)
+foreach(header IN LISTS headers)
+  string(MAKE_C_IDENTIFIER ${header} unit)
+  file(WRITE ${WORK_DIR}/headers/${unit}.cpp "#include <${header}>\n")
+  list(APPEND units ${WORK_DIR}/headers/${unit}.cpp)
+endforeach()
+run(${CXX} ${cflags} -Wall -Wextra -Werror -fsyntax-only ${units})
 
 file(WRITE ${config}/kavrel.xml [[<KavrelConfiguration>
   <DocType Name="outside.cmake" PlugIn="Outside.CMakePlugIn"/>

@@ -78,19 +78,7 @@ class ProjectTest : public ::testing::Test {
   std::shared_ptr<RecordingHost> host;
 };
 
-TEST_F(ProjectTest, NewProjectHasDefaultsAndIsCleanUntilHelpVersionIsRead) {
-  EXPECT_TRUE(project->CompileHelpFile());
-  EXPECT_FALSE(project->DocumentSourceCode());
-  EXPECT_TRUE(project->CopySourceCode());
-  EXPECT_EQ(project->PageNestingLevels(), 3);
-  EXPECT_EQ(project->OverviewNestingLevels(), 3);
-  EXPECT_EQ(project->Language(), "English");
-  EXPECT_EQ(project->OutputFileExtension(), ".html");
-  EXPECT_EQ(project->HelpDescriptionImport(), hdiUseIfBlank);
-  EXPECT_TRUE(project->SupressSingleObjectDiagrams());
-  EXPECT_EQ(project->FileVersion, "5.0");
-  EXPECT_EQ(project->CodePage, 65001);
-  EXPECT_EQ(project->TOCBookPrefix, "<UL>");
+TEST_F(ProjectTest, NewProjectIsCleanUntilHelpVersionIsFirstRead) {
   EXPECT_FALSE(project->Dirty());
 
   EXPECT_EQ(project->HTMLHelpVersion(), "1");

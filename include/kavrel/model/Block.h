@@ -56,6 +56,7 @@ class KV_API Block : public Signature {
   Block(Atom name = {}, kv::BlockType type = kv::BlockType::Sub) : Signature(name), mType(type) {}
   std::string typeName() const override { return "Block"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& blockTable();
 
   kv::BlockType BlockType() const { return mType; }
   void BlockType(kv::BlockType v) { mType = v; }
@@ -94,6 +95,7 @@ class KV_API DeclareDeclaration : public Signature {
   using Signature::Signature;
   std::string typeName() const override { return "DeclareDeclaration"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& declareDeclarationTable();
 
   const std::string& LibraryName() const { return mLibrary.str(); }
   void LibraryName(Atom v) { mLibrary = v; }

@@ -19,6 +19,7 @@ class KV_API Component : public DocumentedItem {
   using DocumentedItem::DocumentedItem;
   std::string typeName() const override { return "Component"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& componentTable();
 
   // What kind of component the source declares ("Class", "Module", "Interface", "Struct").
   const std::string& ComponentKind() const { return mKind.str(); }

@@ -28,6 +28,7 @@ class KV_API Variable : public ComponentMember {
   Variable(Atom name, Atom typeText) : ComponentMember(name), mTypeText(typeText) {}
   std::string typeName() const override { return "Variable"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& variableTable();
 
   const std::string& TypeText() const { return mTypeText.str(); }
   void TypeText(Atom v) { mTypeText = v; }

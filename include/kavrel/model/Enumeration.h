@@ -11,6 +11,7 @@ class KV_API MemberList : public ComponentMember {
  public:
   using ComponentMember::ComponentMember;
   const MemberTable& memberTable() const override;
+  static const MemberTable& memberListTable();
 
   const ItemVector<Variable>& Members() const { return mMembers; }
   std::shared_ptr<Variable> AddMember(Atom name);

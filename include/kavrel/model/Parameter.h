@@ -12,6 +12,7 @@ class KV_API Parameter : public Item {
   Parameter(Atom name, Atom typeText) : Item(name), mTypeText(typeText) {}
   std::string typeName() const override { return "Parameter"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& parameterTable();
 
   // The declared type as the source spells it ("Integer", "const std::string&").
   const std::string& TypeText() const { return mTypeText.str(); }
@@ -35,6 +36,7 @@ class KV_API GenericArgument : public Item {
   using Item::Item;
   std::string typeName() const override { return "GenericArgument"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& genericArgumentTable();
 
   // The constraints as the source spells them ("class, new()").
   const std::string& Constraints() const { return mConstraints.str(); }

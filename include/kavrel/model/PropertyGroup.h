@@ -15,6 +15,7 @@ class KV_API PropertyGroup : public ComponentMember {
   using ComponentMember::ComponentMember;
   std::string typeName() const override { return "PropertyGroup"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& propertyGroupTable();
 
   // The accessor that speaks for the property: the one set as primary, else the first of Get,
   // Let and Set that exists.

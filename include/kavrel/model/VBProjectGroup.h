@@ -36,6 +36,7 @@ class KV_API VBProjectGroup : public DocumentedItem {
   using DocumentedItem::DocumentedItem;
   std::string typeName() const override { return "VBProjectGroup"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& projectGroupTable();
   std::string QualifiedName() const override { return Name(); }
 
   const ItemVector<vbProject>& Projects() const { return mAssemblies->Items(); }

@@ -19,6 +19,7 @@ class KV_API vbProject : public DocumentedItem {
   using DocumentedItem::DocumentedItem;
   std::string typeName() const override { return "vbProject"; }
   const MemberTable& memberTable() const override;
+  static const MemberTable& projectTable();
 
   // What the model reads from its source; the factory turns seven of them on.
   struct Options {
