@@ -18,20 +18,6 @@ bool takePart(std::string_view rest, std::size_t& at, std::string_view part) {
   return at == rest.size() || rest[at] == '~';
 }
 
-// Follows `rest`, the part of a qualified name below `node`, down through the children whose
-// names (with their qualifiers) make up its segments.
-ItemPtr descend(const Item& node, std::string_view rest) {
-  ItemPtr found;
-  node.ForEachChild([&](const ItemPtr& child) {
-    std::size_t at = 0;
-    if (!takePart(rest, at, child->Name())) return true;
-    if (!child->Qualifier().empty() && (at == rest.size() || !takePart(rest, ++at, child->Qualifier()))) return true;
-    found = at == rest.size() ? child : descend(*child, rest.substr(at + 1));
-    return !found;
-  });
-  return found;
-}
-
 ItemPtr findNamed(const Item& node, std::string_view name) {
   ItemPtr found;
   node.ForEachChild([&](const ItemPtr& child) {
@@ -122,12 +108,28 @@ ItemPtr Item::FindByQualifiedName(std::string_view name) const {
   if (text::equalsIgnoreCase(own, name)) return self();
   std::size_t at = 0;
   if (!takePart(name, at, own) || at == name.size()) return nullptr;
-  return descend(*this, name.substr(at + 1));
+  return FindByPath(name.substr(at + 1));
 }
 
 ItemPtr Item::FindByName(std::string_view name) const {
   if (text::equalsIgnoreCase(Name(), name)) return self();
   return findNamed(*this, name);
+}
+
+ItemPtr Item::FindByPath(std::string_view rest) const {
+  ItemPtr found;
+  ForEachChild([&](const ItemPtr& child) {
+    found = FollowPath(child, rest);
+    return !found;
+  });
+  return found;
+}
+
+ItemPtr Item::FollowPath(const ItemPtr& child, std::string_view rest) {
+  std::size_t at = 0;
+  if (!takePart(rest, at, child->Name())) return nullptr;
+  if (!child->Qualifier().empty() && (at == rest.size() || !takePart(rest, ++at, child->Qualifier()))) return nullptr;
+  return at == rest.size() ? child : child->FindByPath(rest.substr(at + 1));
 }
 
 void Item::Adopt(Item& child) {

@@ -1,5 +1,8 @@
 #include "kavrel/model/vbProject.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "kavrel/Failure.h"
 #include "kavrel/TaggedCommentDef.h"
 #include "kavrel/model/VBProjectGroup.h"
@@ -79,6 +82,7 @@ std::shared_ptr<Component> vbProject::AddComponent(Atom name, Atom kind) {
 
 void vbProject::Add(std::shared_ptr<Component> component) {
   Adopt(*component);
+  mComponentIndex.clear();
   mComponents.push_back(std::move(component));
 }
 
@@ -163,6 +167,19 @@ void vbProject::AddTaggedComment(kv::TaggedComments& comments, const TaggedComme
     return;
   }
   comments.Add(comment, preserve ? std::string_view() : std::string_view(key));
+}
+
+ItemPtr vbProject::FindByPath(std::string_view rest) const {
+  if (mComponentIndex.empty())
+    for (std::size_t i = 0; i < mComponents.size(); ++i)
+      mComponentIndex.emplace(text::toLower(mComponents[i]->Name()), i);
+  const auto [from, to] = mComponentIndex.equal_range(text::toLower(rest.substr(0, rest.find('~'))));
+  std::vector<std::size_t> namesakes;
+  for (auto it = from; it != to; ++it) namesakes.push_back(it->second);
+  std::sort(namesakes.begin(), namesakes.end());  // the first in the project wins, as in a walk
+  for (const std::size_t i : namesakes)
+    if (ItemPtr found = FollowPath(mComponents[i], rest)) return found;
+  return nullptr;
 }
 
 bool vbProject::ForEachChild(const Visitor& visit) const {

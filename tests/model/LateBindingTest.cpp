@@ -177,6 +177,14 @@ TEST(ModelLateBinding, QualifiedNamesFindItemsAcrossTheAssemblies) {
     const Variant found = assemblies->call("GetObjectFromQualifiedName", {c.name});
     EXPECT_EQ(found.toObject(), ObjectPtr(c.expected)) << c.name;
   }
+  // Components added after a lookup are found too, and among namesakes the qualifier decides.
+  auto later = model.project->AddComponent("Later");
+  auto twin = model.project->AddComponent("Widget");
+  twin->Qualifier("Twin");
+  twin->AddBlock("Run");
+  EXPECT_EQ(model.project->FindByQualifiedName("Acme~later"), later);
+  EXPECT_EQ(model.project->FindByQualifiedName("Acme~Widget~Twin~Run"), twin->Blocks()[0]);
+  EXPECT_EQ(model.project->FindByQualifiedName("Acme~Widget~Run"), model.run);
   EXPECT_EQ(assemblies->get("Count").toInteger(), 2);
   EXPECT_EQ(assemblies->call("Item", {"extras"}).toObject(), model.other);
 }
