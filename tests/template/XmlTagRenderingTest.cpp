@@ -213,3 +213,31 @@ TEST_F(XmlTagTest, MissingConfigurationStylesheetFailsTheTag) {
 
 }  // namespace
 }  // namespace kv
+
+namespace kv {
+namespace {
+
+TEST(XmlInScrap, PutsTheDocumentAndCaptionIntoTheScrap) {
+  struct Case {
+    const char* scrap;
+    const char* caption;
+    const char* html;
+    const char* result;
+  };
+  const Case cases[] = {
+      {"<h4>%%caption%%</h4>%%XML%%", "Größe", "<pre>x</pre>", "<h4>Größe</h4><pre>x</pre>"},
+      {"<h4>%%CAPTION%%</h4>%%XML%%", "", "x", "<h4>&nbsp;</h4>x"},
+      // The document's "%" are kept from the page's expansion; the scrap's own are not touched.
+      {"100%% %%XML%%", "", "%%name%% 50%", "100%% /%/%name/%/% 50/%"},
+      // Only "%%XML%%" in this case takes the document.
+      {"%%xml%%|%%XML%%|%%XML%%", "", "d", "%%xml%%|d|d"},
+      // The caption goes in first, so a caption may itself place the document.
+      {"%%Caption%%", "see %%XML%%", "d", "see d"},
+      {"!MISSING SCRAP '_XML_STATIC'!", "c", "d", "<div class=\"formattedxml\" onclick=\"javascript:cl()\">d</div>"},
+      {"!MISSIN", "c", "d", "!MISSIN"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(XmlInScrap(c.scrap, c.caption, c.html), c.result) << c.scrap;
+}
+
+}  // namespace
+}  // namespace kv
