@@ -241,3 +241,32 @@ TEST(XmlInScrap, PutsTheDocumentAndCaptionIntoTheScrap) {
 
 }  // namespace
 }  // namespace kv
+
+namespace kv {
+namespace {
+
+TEST(XmlTagColours, NamespacesShowWhereTheyAreDeclared) {
+  test::TempFolder folder;
+  test::writeFile(folder.path("a.xml"), "<a xmlns=\"urn:x\" xmlns:p=\"urn:p\"><p:b/><c xmlns=\"urn:y\"/></a>");
+  XmlTagRequest q;
+  q.XmlFile = folder.path("a.xml");
+  q.ConfigPath = KV_SOURCE_CONFIG_DIR;
+  q.Colorized = true;
+  const std::string html = RenderXmlTag(q).Html;
+  const auto declaration = [](const char* name, const char* uri) {
+    return std::string("<span class=\"xmlattrname\">") + name +
+           "</span><span class=\"xmlpunct\">=\"</span><span class=\"xmlattrvalue\">" + uri + "</span>";
+  };
+  const auto count = [&](const std::string& what) {
+    long n = 0;
+    for (auto at = html.find(what); at != std::string::npos; at = html.find(what, at + 1)) ++n;
+    return n;
+  };
+  EXPECT_EQ(count(declaration("xmlns", "urn:x")), 1);
+  EXPECT_EQ(count(declaration("xmlns:p", "urn:p")), 1);  // not repeated on p:b
+  EXPECT_EQ(count(declaration("xmlns", "urn:y")), 1);    // a redeclaration shows where it is made
+  EXPECT_EQ(count("<span class=\"xmltag\">p:b</span>"), 1);
+}
+
+}  // namespace
+}  // namespace kv
