@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "kavrel/FileSystem.h"
 #include "template/BlockRendering.h"
 #include "template/CodeRendering.h"
 #include "template/XmlTagRendering.h"
@@ -17,9 +18,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const long width = long(data[1] % 100);
   const std::string text(reinterpret_cast<const char*>(data + 2), size - 2);
 
-  for (const std::string& code : {text, kv::CommentTextToCode(text)}) {
+  // Valid text must come out without replacement characters: wrapping never cuts a character.
+  constexpr std::string_view replacement = "\xEF\xBF\xBD";
+  const bool clean = kv::codepage::isUtf8(text) && text.find(replacement) == std::string::npos;
+  const std::string codes[] = {text, kv::CommentTextToCode(text)};
+  for (const std::string& code : codes) {
     const std::string html = kv::CodeBlockHtml(code, definition, true, width);
     if (!html.starts_with("<pre class=\"kvcode\">") || !html.ends_with("</pre>")) std::abort();
+    if (clean && &code == &codes[0] && html.find(replacement) != std::string::npos) std::abort();
   }
   kv::blocks::StripFirstPara(text);
   kv::XmlInScrap(text, text, text);
