@@ -4,9 +4,9 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build pkg-config clang clang-format-14 libclang-rt-14-dev
-  libxml2-dev libxslt1-dev libtidy-dev libpcre2-dev libgd-dev libsqlite3-dev
+  libxml2-dev libxslt1-dev libsource-highlight-dev libtidy-dev libpcre2-dev libgd-dev libsqlite3-dev
   libsimpleini-dev libcli11-dev libgtest-dev libgmock-dev libbenchmark-dev
-  fp-utils libchm-bin
+  fp-utils libchm-bin libclang-16-dev
 )
 
 missing=()

@@ -30,4 +30,7 @@ class KV_API TaggedCommentDef {
 
 class KV_API TaggedCommentDefs : public Collection<std::shared_ptr<TaggedCommentDef>> {};
 
+// The kinds of tagged comment of the installation's configuration, as they stand now.
+KV_API std::shared_ptr<const TaggedCommentDefs> ConfiguredTaggedCommentDefs();
+
 }  // namespace kv

@@ -242,3 +242,11 @@ std::string ConfigurationRoot::ValidFileName(std::string_view Name) {
 }
 
 }  // namespace kv
+
+namespace kv {
+
+std::shared_ptr<const TaggedCommentDefs> ConfiguredTaggedCommentDefs() {
+  return std::make_shared<const TaggedCommentDefs>(ConfigurationRoot::instance().TaggedCommentDefs());
+}
+
+}  // namespace kv

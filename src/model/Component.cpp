@@ -83,6 +83,19 @@ std::shared_ptr<kv::PropertyGroup> Component::PropertyGroup(Atom name) {
   return adopt(mPropertyGroups, std::make_shared<kv::PropertyGroup>(name));
 }
 
+void Component::Add(std::shared_ptr<kv::Block> block) {
+  adopt(mBlocks, block);
+  if (block->IsProperty()) PropertyGroup(block->Name())->AddAccessor(block);
+}
+
+void Component::Add(std::shared_ptr<Enumeration> enumeration) {
+  adopt(mEnumerations, std::move(enumeration));
+}
+
+void Component::Add(std::shared_ptr<Variable> variable) {
+  adopt(mVariables, std::move(variable));
+}
+
 std::shared_ptr<Enumeration> Component::AddEnumeration(Atom name) {
   return adopt(mEnumerations, std::make_shared<Enumeration>(name));
 }

@@ -32,6 +32,12 @@ const MemberTable& Example::exampleTable() {
     t.property<E>(
         "Item", [](const E& e) -> Variant { return e.Item; }, [](E& e, const Variant& v) { e.Item = v.toString(); });
     t.property<E>(
+        "TaggedCommentID", [](const E& e) -> Variant { return e.TaggedCommentID; },
+        [](E& e, const Variant& v) { e.TaggedCommentID = v.toString(); });
+    t.property<E>(
+        "BaseFolder", [](const E& e) -> Variant { return e.BaseFolder; },
+        [](E& e, const Variant& v) { e.BaseFolder = v.toString(); });
+    t.property<E>(
         "FromComment", [](const E& e) -> Variant { return e.FromComment; },
         [](E& e, const Variant& v) { e.FromComment = v.toBool(); });
     t.property<E>(

@@ -10,21 +10,12 @@ namespace kv {
 
 namespace {
 
-// Follows `rest`, the part of a qualified name below `node`, down through the children whose
-// names (with their qualifiers) make up its segments.
-ItemPtr descend(const Item& node, std::string_view rest) {
-  ItemPtr found;
-  node.ForEachChild([&](const ItemPtr& child) {
-    std::string local = child->Name();
-    if (!child->Qualifier().empty()) local += "~" + child->Qualifier();
-    if (text::equalsIgnoreCase(rest, local)) {
-      found = child;
-    } else if (rest.size() > local.size() && rest[local.size()] == '~' && text::startsWithIgnoreCase(rest, local)) {
-      found = descend(*child, rest.substr(local.size() + 1));
-    }
-    return !found;
-  });
-  return found;
+// Whether `rest` begins with `part` (ignoring case) followed by "~" or its end; `at` moves past
+// the part. Compares in place: lookups run once per comment of a comment file.
+bool takePart(std::string_view rest, std::size_t& at, std::string_view part) {
+  if (rest.size() - at < part.size() || !text::equalsIgnoreCase(rest.substr(at, part.size()), part)) return false;
+  at += part.size();
+  return at == rest.size() || rest[at] == '~';
 }
 
 ItemPtr findNamed(const Item& node, std::string_view name) {
@@ -115,14 +106,30 @@ bool Item::ForEachChild(const Visitor&) const {
 ItemPtr Item::FindByQualifiedName(std::string_view name) const {
   const std::string own = QualifiedName();
   if (text::equalsIgnoreCase(own, name)) return self();
-  if (name.size() > own.size() && name[own.size()] == '~' && text::startsWithIgnoreCase(name, own))
-    return descend(*this, name.substr(own.size() + 1));
-  return nullptr;
+  std::size_t at = 0;
+  if (!takePart(name, at, own) || at == name.size()) return nullptr;
+  return FindByPath(name.substr(at + 1));
 }
 
 ItemPtr Item::FindByName(std::string_view name) const {
   if (text::equalsIgnoreCase(Name(), name)) return self();
   return findNamed(*this, name);
+}
+
+ItemPtr Item::FindByPath(std::string_view rest) const {
+  ItemPtr found;
+  ForEachChild([&](const ItemPtr& child) {
+    found = FollowPath(child, rest);
+    return !found;
+  });
+  return found;
+}
+
+ItemPtr Item::FollowPath(const ItemPtr& child, std::string_view rest) {
+  std::size_t at = 0;
+  if (!takePart(rest, at, child->Name())) return nullptr;
+  if (!child->Qualifier().empty() && (at == rest.size() || !takePart(rest, ++at, child->Qualifier()))) return nullptr;
+  return at == rest.size() ? child : child->FindByPath(rest.substr(at + 1));
 }
 
 void Item::Adopt(Item& child) {

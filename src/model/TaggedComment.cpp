@@ -1,7 +1,7 @@
 #include "kavrel/model/TaggedComment.h"
 
-#include "definitions/Configuration.h"
 #include "kavrel/Failure.h"
+#include "kavrel/TaggedCommentDef.h"
 #include "kavrel/model/Item.h"
 #include "kavrel/model/TaggedComments.h"
 

@@ -1,7 +1,10 @@
 #include "kavrel/model/vbProject.h"
 
-#include "definitions/Configuration.h"
+#include <algorithm>
+#include <vector>
+
 #include "kavrel/Failure.h"
+#include "kavrel/TaggedCommentDef.h"
 #include "kavrel/model/VBProjectGroup.h"
 
 namespace kv {
@@ -79,6 +82,7 @@ std::shared_ptr<Component> vbProject::AddComponent(Atom name, Atom kind) {
 
 void vbProject::Add(std::shared_ptr<Component> component) {
   Adopt(*component);
+  mComponentIndex.clear();
   mComponents.push_back(std::move(component));
 }
 
@@ -87,21 +91,26 @@ std::shared_ptr<Component> vbProject::FindComponent(std::string_view name) const
 }
 
 ItemPtr vbProject::GetObjectFromCRef(std::string_view cref) const {
-  if (cref.size() > 2 && cref[1] == ':') cref.remove_prefix(2);
+  char kind = 0;
+  if (cref.size() > 2 && cref[1] == ':') {
+    kind = cref[0];
+    cref.remove_prefix(2);
+  }
   if (const auto open = cref.find('('); open != std::string_view::npos) cref = cref.substr(0, open);
   for (const auto& c : mComponents) {
     const std::string full = c->DotNetName();
     const std::string_view name = std::string_view(full).substr(full.find(':') + 1);
     if (text::equalsIgnoreCase(cref, name)) return c;
-    if (cref.size() > name.size() && cref[name.size()] == '.' && text::startsWithIgnoreCase(cref, name)) {
-      const std::string_view member = cref.substr(name.size() + 1);
-      if (member == "#ctor") {
-        for (const auto& b : c->Blocks())
-          if (b->BlockType() == BlockType::Constructor) return b;
-      } else if (ItemPtr m = c->FindMember(member)) {
-        return m;
-      }
+    if (cref.size() <= name.size() || cref[name.size()] != '.' || !text::startsWithIgnoreCase(cref, name)) continue;
+    const std::string_view member = cref.substr(name.size() + 1);
+    if (member == "#ctor") {
+      for (const auto& b : c->Blocks())
+        if (b->BlockType() == BlockType::Constructor) return b;
+    } else if (kind == 'P') {
+      // A property is its group rather than one of its accessors.
+      if (auto group = FindNamed(c->PropertyGroups(), member)) return group;
     }
+    if (ItemPtr m = c->FindMember(member)) return m;
   }
   return nullptr;
 }
@@ -158,6 +167,19 @@ void vbProject::AddTaggedComment(kv::TaggedComments& comments, const TaggedComme
     return;
   }
   comments.Add(comment, preserve ? std::string_view() : std::string_view(key));
+}
+
+ItemPtr vbProject::FindByPath(std::string_view rest) const {
+  if (mComponentIndex.empty())
+    for (std::size_t i = 0; i < mComponents.size(); ++i)
+      mComponentIndex.emplace(text::toLower(mComponents[i]->Name()), i);
+  const auto [from, to] = mComponentIndex.equal_range(text::toLower(rest.substr(0, rest.find('~'))));
+  std::vector<std::size_t> namesakes;
+  for (auto it = from; it != to; ++it) namesakes.push_back(it->second);
+  std::sort(namesakes.begin(), namesakes.end());  // the first in the project wins, as in a walk
+  for (const std::size_t i : namesakes)
+    if (ItemPtr found = FollowPath(mComponents[i], rest)) return found;
+  return nullptr;
 }
 
 bool vbProject::ForEachChild(const Visitor& visit) const {

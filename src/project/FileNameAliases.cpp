@@ -1,5 +1,5 @@
-// Output file names of pages, their short numbered aliases ("topic<n>"), and the services that
-// turn links and table-of-contents nodes into local page names.
+// Output file names of pages, their short numbered aliases ("topic<n>"), the services that turn
+// links into local page names, and whether an item or a table-of-contents node counts as new.
 #include <cstdio>
 #include <ctime>
 #include <tuple>

@@ -274,7 +274,8 @@ class KVProject : public Object, public IKVProject {
   // The help file's name without its folder, computed once.
   std::string Short_HelpFileName();
   // Whether an item counts as new: its IsNew mark or its new-item comment, unless the comment's
-  // date lies before the project's "IsNewDate"; a member of a new component is new.
+  // date lies before the project's "IsNewDate" (dates as yyyy-mm-dd or dd/mm/yyyy); a member of
+  // a new component is new.
   bool IsItemNew(const ObjectPtr& Item);
   // The name of a page of `Layout` for `Item` (no folder), patterns expanded by `DDP`.
   std::string GetPageLayoutFileName(const kv::PageLayout& Layout, const std::shared_ptr<kv::NamespaceDef>& Def,

@@ -10,9 +10,12 @@
 
 #include "host/modMain.h"
 #include "kavrel/model/VBProjectGroup.h"
+#include "template/BlockRendering.h"
 #include "template/TextExpansion.h"
 
 namespace kv {
+
+class KVProject;
 
 // The windows a host has open, so that they can be unloaded when the last Root goes.
 class HostForms {
@@ -122,6 +125,33 @@ class Root {
   std::string StripTags(std::string_view Source) const { return kv::StripTags(Source); }
   std::string CollectionToString(const StringCollection& col, std::string_view Delimeter) const {
     return kv::CollectionToString(col, Delimeter);
+  }
+
+  // Pieces of pages: headings, paragraphs, source code and examples (code lines are wrapped at
+  // `DefaultWrapLength`), enumerations by name and the design view's editable spans.
+  std::string Heading(std::string_view Text) const { return blocks::Heading(Text); }
+  std::string PageHeading(std::string_view Text) const { return blocks::PageHeading(Text); }
+  std::string Paragraph(std::string_view Text) const { return blocks::Paragraph(Text); }
+  std::string GetFormat(const ParserElement& e, std::string_view Default) const {
+    return blocks::GetFormat(e, Default);
+  }
+  std::string GetBlankFormat(const ParserElement& e, std::string_view Default) const {
+    return blocks::GetBlankFormat(e, Default);
+  }
+  std::string SourceCode(const ObjectPtr& I) const { return blocks::SourceCode(I, DefaultWrapLength); }
+  bool IsExcludedBlock(const Block& b) const { return blocks::IsExcludedBlock(b); }
+  std::string ExampleCode(const Example& e) const;
+  // With the folder of the project file as the base of the example's file.
+  std::string ExampleCodeEx(const Example& e, const KVProject& project) const;
+  std::string ExampleCode2(const Example& e, const KVProject& project, bool WrapInDivAndTable) const;
+  std::shared_ptr<Examples> GetExamples(const ObjectPtr& obj, const KVProject& project) const;
+  ItemPtr GetEnumeration(const vbProject& project, const Component* InComponent, std::string_view Name,
+                         bool IncludePrivate) const {
+    return blocks::GetEnumeration(project, InComponent, Name, IncludePrivate);
+  }
+  std::string StripFirstPara(std::string_view Source) const { return blocks::StripFirstPara(Source); }
+  std::string CommentEditSpan(const Object& Item, std::string_view TagIdentifier, std::string_view Caption) const {
+    return blocks::CommentEditSpan(Item, TagIdentifier, Caption, EditableSpanPrefix, EditableSpanSuffix);
   }
 };
 

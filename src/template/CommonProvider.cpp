@@ -1,7 +1,5 @@
 #include "template/CommonProvider.h"
 
-#include <chrono>
-#include <clocale>
 #include <cstdio>
 #include <ctime>
 #include <unordered_map>

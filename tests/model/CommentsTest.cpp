@@ -2,8 +2,8 @@
 // comments of merging and non-merging kinds.
 #include <gtest/gtest.h>
 
-#include "definitions/Configuration.h"
 #include "kavrel/Model.h"
+#include "kavrel/TaggedCommentDef.h"
 #include "root/Root.h"
 #include "support/Failures.h"
 

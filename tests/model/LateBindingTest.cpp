@@ -145,6 +145,25 @@ TEST(ModelLateBinding, ListsAreIndexedByPositionOrName) {
   EXPECT_EQ(members->call("Item", {"red"}).toObject()->get("Value").toString(), "1");
 }
 
+TEST(ModelLateBinding, PropertyGroupsKeepTheirTextUntilReset) {
+  SampleModel model;
+  model.getter->TaggedDescription("The size.");
+  model.setter->Description("Sets the size.");
+  const ObjectPtr widget = model.widget;
+  const ObjectPtr group = widget->call("PropertyGroups", {"size"}).toObject();
+  EXPECT_EQ(group->get("PrimaryBlock").toObject(), ObjectPtr(model.getter));
+  EXPECT_EQ(group->get("ConsolidatedDescription").toString(), "The size. Sets the size.");
+  model.getter->TaggedDescription("The size in pixels.");
+  EXPECT_EQ(group->get("ConsolidatedDescription").toString(), "The size. Sets the size.");
+  group->call("ResetConsolidatedDescriptions");
+  EXPECT_EQ(group->get("ConsolidatedDescription").toString(), "The size in pixels. Sets the size.");
+  // Only accessors join a group, and only items held by a shared pointer take children.
+  auto group2 = std::static_pointer_cast<PropertyGroup>(group);
+  EXPECT_EQ(test::failureNumber([&] { group2->AddAccessor(model.run); }), err::InvalidProcedureCall);
+  Component loose("Loose");
+  EXPECT_EQ(test::failureNumber([&] { loose.AddBlock("Run"); }), err::InvalidProcedureCall);
+}
+
 TEST(ModelLateBinding, QualifiedNamesFindItemsAcrossTheAssemblies) {
   SampleModel model;
   const ObjectPtr assemblies = model.group->get("Assemblies").toObject();
@@ -158,6 +177,14 @@ TEST(ModelLateBinding, QualifiedNamesFindItemsAcrossTheAssemblies) {
     const Variant found = assemblies->call("GetObjectFromQualifiedName", {c.name});
     EXPECT_EQ(found.toObject(), ObjectPtr(c.expected)) << c.name;
   }
+  // Components added after a lookup are found too, and among namesakes the qualifier decides.
+  auto later = model.project->AddComponent("Later");
+  auto twin = model.project->AddComponent("Widget");
+  twin->Qualifier("Twin");
+  twin->AddBlock("Run");
+  EXPECT_EQ(model.project->FindByQualifiedName("Acme~later"), later);
+  EXPECT_EQ(model.project->FindByQualifiedName("Acme~Widget~Twin~Run"), twin->Blocks()[0]);
+  EXPECT_EQ(model.project->FindByQualifiedName("Acme~Widget~Run"), model.run);
   EXPECT_EQ(assemblies->get("Count").toInteger(), 2);
   EXPECT_EQ(assemblies->call("Item", {"extras"}).toObject(), model.other);
 }

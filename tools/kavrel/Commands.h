@@ -15,6 +15,10 @@ namespace kavrel {
 void registerBuildCommand(CLI::App& app, int& exitCode);
 // "kavrel doctypes": the installed doc types, their plug-ins and templates.
 void registerDocTypesCommand(CLI::App& app, int& exitCode);
+// "kavrel new": a ready project for a doc type and its sources.
+void registerNewCommand(CLI::App& app, int& exitCode);
+// "kavrel items": the items the doc types of a project deliver.
+void registerItemsCommand(CLI::App& app, int& exitCode);
 // "kavrel upgrade": a project file of any version saved in the current format.
 void registerUpgradeCommand(CLI::App& app, int& exitCode);
 

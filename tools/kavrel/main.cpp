@@ -16,6 +16,8 @@ int main(int argc, char** argv) {
   kavrel::registerBuildCommand(app, exitCode);
   kavrel::registerDocTypesCommand(app, exitCode);
   kavrel::registerUpgradeCommand(app, exitCode);
+  kavrel::registerNewCommand(app, exitCode);
+  kavrel::registerItemsCommand(app, exitCode);
 
   CLI11_PARSE(app, argc, argv);
   return exitCode;

@@ -49,6 +49,10 @@ class KV_API Component : public DocumentedItem {
   std::shared_ptr<DeclareDeclaration> AddDeclaration(Atom name);
   std::shared_ptr<Variable> AddVariable(Atom name, Atom typeText = {});
   std::shared_ptr<GenericArgument> AddGenericArgument(Atom name);
+  // Adopts a member made elsewhere: a plug-in's own kind derived from one of these.
+  void Add(std::shared_ptr<kv::Block> block);
+  void Add(std::shared_ptr<Enumeration> enumeration);
+  void Add(std::shared_ptr<Variable> variable);
 
   std::shared_ptr<kv::vbProject> vbProject() const;
   // A component that is a collection class.

@@ -23,7 +23,10 @@ class KV_API Example : public Object {
   std::string Language;
   std::string Title;
   std::string Caption;
-  std::string Item;          // the qualified name of the item the example belongs to
+  std::string Item;  // the qualified name of the item the example belongs to
+  // Which comment the example was taken from: the item's qualified name, "|", the comment's kind.
+  std::string TaggedCommentID;
+  std::string BaseFolder;    // the folder a relative `FileName` is read from
   bool FromComment = false;  // made from an example comment rather than delivered by the model
   bool Highlight = true;     // colour the code by its language
 };

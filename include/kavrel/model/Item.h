@@ -92,9 +92,13 @@ class KV_API Item : public Object {
   bool flag(std::uint32_t bit) const { return (mFlags & bit) != 0; }
   void flag(std::uint32_t bit, bool on) { mFlags = on ? (mFlags | bit) : (mFlags & ~bit); }
   ItemPtr self() const;
+  // The item that `rest`, a qualified name below this item, names among the descendants, or
+  // nullptr. A kind with many children may override it to look them up faster.
+  virtual ItemPtr FindByPath(std::string_view rest) const;
+  // `rest` followed from `child` when the child's name (and qualifier) begin it.
+  static ItemPtr FollowPath(const ItemPtr& child, std::string_view rest);
 
  private:
-  bool findQualified(std::string_view name) const;
   Atom mName;
   Atom mQualifier;
   std::uint32_t mFlags = kInclude;

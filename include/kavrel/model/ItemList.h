@@ -67,7 +67,8 @@ class ItemListViewOf final : public ItemListView {
 template <class T>
 std::shared_ptr<ItemListView> ItemListView::Of(std::string typeName, const kv::Item& owner,
                                                const ItemVector<T>& items) {
-  auto self = std::static_pointer_cast<const kv::Item>(owner.shared_from_this());
+  // An owner that no shared pointer holds yet is not kept alive, but still seen.
+  auto self = std::static_pointer_cast<const kv::Item>(owner.weak_from_this().lock());
   return std::make_shared<ItemListViewOf<T>>(std::move(typeName), std::move(self), items);
 }
 

@@ -8,6 +8,7 @@
 
 #include "kavrel/Export.h"
 #include "kavrel/Object.h"
+#include "kavrel/TaggedCommentDef.h"
 #include "kavrel/model/Atom.h"
 #include "kavrel/model/MemberTable.h"
 
@@ -15,8 +16,6 @@ namespace kv {
 
 class Item;
 class TaggedComments;
-class TaggedCommentDef;
-class TaggedCommentDefs;
 
 // What has to happen to a comment when source is written back.
 enum class CommentState : std::uint8_t { Unchanged = 0, Changed = 1, New = 2, Removed = 3 };

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_map>
 
 #include "kavrel/Export.h"
 #include "kavrel/model/Component.h"
@@ -69,6 +70,12 @@ class KV_API vbProject : public DocumentedItem {
 
   bool ForEachChild(const Visitor& visit) const override;
 
+ protected:
+  // Finds the component by its name in an index, which a project of thousands of components
+  // needs when a comment file looks up one item per comment.
+  ItemPtr FindByPath(std::string_view rest) const override;
+
+ public:
   // How a .NET assembly is read into a project; a plug-in that reads assemblies installs it.
   using DotNetReader = std::function<void(vbProject& project, const std::string& fileName)>;
   static void SetDotNetReader(DotNetReader reader);
@@ -80,6 +87,8 @@ class KV_API vbProject : public DocumentedItem {
   ItemVector<Component> mComponents;
   std::string mFileName;
   Options mOptions;
+  // Lower-cased component names to positions, made on first lookup and dropped on Add.
+  mutable std::unordered_multimap<std::string, std::size_t> mComponentIndex;
 };
 
 }  // namespace kv

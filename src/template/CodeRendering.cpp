@@ -1,0 +1,226 @@
+#include "template/CodeRendering.h"
+
+#include <cstdint>
+
+#include "files/EscapeText.h"
+#include "kavrel/Text.h"
+
+namespace kv {
+
+namespace {
+
+constexpr long kTabWidth = 4;
+
+// UTF-16 units of one UTF-8 sequence, told by its first byte; continuation bytes count nothing.
+long unitsOfByte(unsigned char c) {
+  if ((c & 0xC0) == 0x80) return 0;
+  return c >= 0xF0 ? 2 : 1;
+}
+
+std::string expandTabs(std::string_view line) {
+  std::string out;
+  long column = 0;
+  for (char ch : line) {
+    if (ch == '\t') {
+      const long spaces = kTabWidth - column % kTabWidth;
+      out.append(std::size_t(spaces), ' ');
+      column += spaces;
+    } else {
+      out += ch;
+      column += unitsOfByte(static_cast<unsigned char>(ch));
+    }
+  }
+  return out;
+}
+
+std::size_t leadingBlanks(std::string_view line) {
+  std::size_t n = 0;
+  while (n < line.size() && line[n] == ' ') ++n;
+  return n;
+}
+
+void appendCodePoint(std::string& out, std::uint32_t cp) {
+  if (cp == 0 || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) cp = 0xFFFD;
+  if (cp < 0x80) {
+    out += char(cp);
+  } else if (cp < 0x800) {
+    out += char(0xC0 | (cp >> 6));
+    out += char(0x80 | (cp & 0x3F));
+  } else if (cp < 0x10000) {
+    out += char(0xE0 | (cp >> 12));
+    out += char(0x80 | ((cp >> 6) & 0x3F));
+    out += char(0x80 | (cp & 0x3F));
+  } else {
+    out += char(0xF0 | (cp >> 18));
+    out += char(0x80 | ((cp >> 12) & 0x3F));
+    out += char(0x80 | ((cp >> 6) & 0x3F));
+    out += char(0x80 | (cp & 0x3F));
+  }
+}
+
+// The entity at the start of `s` ("&lt;", "&#233;"): its text and length, or length 0.
+std::size_t decodeEntity(std::string_view s, std::string& out) {
+  const std::size_t end = s.find(';');
+  if (end == std::string_view::npos || end > 10) return 0;
+  const std::string name = text::toLower(s.substr(1, end - 1));
+  static constexpr std::pair<std::string_view, std::string_view> named[] = {
+      {"lt", "<"}, {"gt", ">"}, {"amp", "&"}, {"quot", "\""}, {"apos", "'"}, {"nbsp", " "}};
+  for (const auto& [n, t] : named)
+    if (name == n) {
+      out += t;
+      return end + 1;
+    }
+  if (name.size() < 2 || name[0] != '#') return 0;
+  const bool hex = name[1] == 'x';
+  const std::string digits = name.substr(hex ? 2 : 1);
+  if (digits.empty() || digits.find_first_not_of(hex ? "0123456789abcdef" : "0123456789") != std::string::npos)
+    return 0;
+  const unsigned long cp = std::stoul(digits.substr(0, 8), nullptr, hex ? 16 : 10);
+  appendCodePoint(out, std::uint32_t(cp > 0x10FFFF ? 0xFFFD : cp));
+  return end + 1;
+}
+
+void appendToken(CodeLine& line, const std::string& cls, std::string_view piece) {
+  if (piece.empty()) return;
+  if (!line.empty() && line.back().Class == cls)
+    line.back().Text += piece;
+  else
+    line.push_back({cls, std::string(piece)});
+}
+
+std::string lineHtml(const CodeLine& line) {
+  std::string out;
+  for (const CodeToken& t : line) {
+    if (t.Class.empty())
+      out += EscapeText(t.Text);
+    else
+      out += "<span class=\"hl-" + t.Class + "\">" + EscapeText(t.Text) + "</span>";
+  }
+  return out;
+}
+
+}  // namespace
+
+std::vector<std::string> CodeLines(std::string_view code) {
+  std::vector<std::string> lines;
+  std::size_t pos = 0;
+  while (pos <= code.size()) {
+    std::size_t end = code.find_first_of("\r\n", pos);
+    if (end == std::string_view::npos) end = code.size();
+    std::string line = expandTabs(code.substr(pos, end - pos));
+    while (!line.empty() && line.back() == ' ') line.pop_back();
+    lines.push_back(std::move(line));
+    if (end == code.size()) break;
+    pos = end + ((code[end] == '\r' && end + 1 < code.size() && code[end + 1] == '\n') ? 2 : 1);
+  }
+  while (!lines.empty() && lines.back().empty()) lines.pop_back();
+  std::size_t first = 0;
+  while (first < lines.size() && lines[first].empty()) ++first;
+  lines.erase(lines.begin(), lines.begin() + long(first));
+
+  std::size_t common = std::string::npos;
+  for (const auto& l : lines)
+    if (!l.empty()) common = std::min(common, leadingBlanks(l));
+  if (common != std::string::npos && common > 0)
+    for (auto& l : lines)
+      if (!l.empty()) l.erase(0, common);
+  return lines;
+}
+
+std::string CommentTextToCode(std::string_view internal) {
+  std::string out;
+  std::size_t i = 0;
+  while (i < internal.size()) {
+    const char c = internal[i];
+    if (c == '<') {
+      const std::size_t close = internal.find('>', i);
+      if (close == std::string_view::npos) {
+        out += internal.substr(i);
+        break;
+      }
+      std::string tag = text::toLower(internal.substr(i + 1, close - i - 1));
+      while (!tag.empty() && (tag.back() == '/' || tag.back() == ' ')) tag.pop_back();
+      if (tag == "crlf" || tag == "br") out += '\n';
+      i = close + 1;
+    } else if (c == '&') {
+      const std::size_t used = decodeEntity(internal.substr(i), out);
+      if (used == 0) out += c;
+      i += used == 0 ? 1 : used;
+    } else {
+      out += c;
+      ++i;
+    }
+  }
+  return out;
+}
+
+std::vector<CodeLine> WrapCodeLine(const CodeLine& line, long width) {
+  std::u16string units;
+  std::vector<std::size_t> owner;  // the token each unit comes from
+  for (std::size_t t = 0; t < line.size(); ++t) {
+    const std::u16string u = text::toUtf16(line[t].Text);
+    units += u;
+    owner.insert(owner.end(), u.size(), t);
+  }
+  const std::size_t n = units.size();
+  if (width < 1 || n <= std::size_t(width)) return {line};
+
+  const auto isBlank = [&](std::size_t i) { return units[i] == u' '; };
+  const auto isLowSurrogate = [&](std::size_t i) { return units[i] >= 0xDC00 && units[i] <= 0xDFFF; };
+  std::size_t indent = 0;
+  while (indent < n && isBlank(indent)) ++indent;
+  const std::size_t repeat = indent * 2 <= std::size_t(width) ? indent : 0;
+
+  std::vector<CodeLine> pieces;
+  std::size_t start = 0;
+  while (start < n) {
+    const bool firstPiece = pieces.empty();
+    const std::size_t prefix = firstPiece ? 0 : repeat;
+    const std::size_t room = std::size_t(width) - prefix;
+    std::size_t end = n, next = n;
+    if (n - start > room) {
+      const std::size_t limit = start + room;  // the first unit that does not fit
+      const std::size_t lowest = firstPiece ? indent : start;
+      std::size_t blank = limit;
+      while (blank > lowest && !isBlank(blank)) --blank;
+      if (blank > lowest && isBlank(blank)) {
+        end = blank;
+        next = blank;
+        while (next < n && isBlank(next)) ++next;
+      } else {
+        end = limit;
+        if (isLowSurrogate(end)) --end;
+        if (end == start) end = start + (isLowSurrogate(start + 1) ? 2 : 1);
+        next = end;
+      }
+    }
+    CodeLine piece;
+    if (prefix > 0) appendToken(piece, "", std::string(prefix, ' '));
+    std::size_t i = start;
+    while (i < end) {
+      std::size_t j = i;
+      while (j < end && owner[j] == owner[i]) ++j;
+      appendToken(piece, line[owner[i]].Class, text::fromUtf16(std::u16string_view(units).substr(i, j - i)));
+      i = j;
+    }
+    pieces.push_back(std::move(piece));
+    start = next;
+  }
+  return pieces;
+}
+
+std::string CodeBlockHtml(std::string_view code, const std::string& definition, bool highlighted, long wrapLength) {
+  const std::vector<std::string> lines = CodeLines(code);
+  const std::vector<CodeLine> coloured = CodeHighlighter::Highlight(lines, highlighted ? definition : std::string());
+  std::string out = "<pre class=\"kvcode\">";
+  bool firstLine = true;
+  for (const CodeLine& line : coloured)
+    for (const CodeLine& piece : WrapCodeLine(line, wrapLength)) {
+      if (!firstLine) out += '\n';
+      firstLine = false;
+      out += lineHtml(piece);
+    }
+  return out + "</pre>";
+}
+
+}  // namespace kv

@@ -1,0 +1,3 @@
+#pragma once
+/// Declared before the broken header.
+int beforeBroken();

@@ -1,0 +1,279 @@
+// The parser on real headers, one folder per theme in tests/data/kvcpp.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "CppParser.h"
+#include "support/ScopedEnvironment.h"
+#include "support/TempFolder.h"
+
+namespace kv::cpp {
+namespace {
+
+using testing::HasSubstr;
+namespace fs = std::filesystem;
+
+const std::string kData = KV_TEST_DATA_DIR "/kvcpp/";
+
+ParseResult parse(std::vector<std::string> sources, bool plain = false, std::string standard = "c++20") {
+  CppInput input;
+  input.Sources = std::move(sources);
+  input.PlainComments = plain;
+  input.Standard = std::move(standard);
+  return Parse(input);
+}
+
+// The declaration at a "::" path below `scope`; the first of that name.
+const Declaration* at(const Declaration& scope, const std::string& path) {
+  const size_t sep = path.find("::");
+  const std::string head = path.substr(0, sep);
+  for (const auto& child : scope.Children)
+    if (child->Name == head) return sep == std::string::npos ? child.get() : at(*child, path.substr(sep + 2));
+  return nullptr;
+}
+
+std::vector<const Declaration*> all(const Declaration& scope, const std::string& name) {
+  std::vector<const Declaration*> found;
+  for (const auto& child : scope.Children)
+    if (child->Name == name) found.push_back(child.get());
+  return found;
+}
+
+void write(const std::string& file, const std::string& text) {
+  std::ofstream(file) << text;
+}
+
+TEST(CppParser, AttachesCommentsOfEveryForm) {
+  const ParseResult r = parse({kData + "comments"});
+  const Declaration& g = *r.Global;
+  for (const auto& [name, brief] :
+       std::vector<std::pair<std::string, std::string>>{{"slashes", "Triple-slash summary."},
+                                                        {"exclamation", "Exclamation summary."},
+                                                        {"stars", "Javadoc summary."},
+                                                        {"qtStyle", "Qt-style summary."},
+                                                        {"Holder", "A documented field holder."},
+                                                        {"Holder::count", "How many there are."},
+                                                        {"Holder::name", "The name."},
+                                                        {"KV_MAX", "The largest of two values."}}) {
+    const Declaration* d = at(g, name);
+    ASSERT_TRUE(d) << name;
+    EXPECT_EQ(d->Comment.Brief, brief) << name;
+  }
+  EXPECT_EQ(at(g, "slashes")->Comment.Params.size(), 2u);
+  EXPECT_EQ(at(g, "qtStyle")->Comment.TParams.at(0).first, "T");
+  EXPECT_THAT(at(g, "stars")->Comment.Details, HasSubstr("<pre>"));
+  EXPECT_EQ(at(g, "stars")->Comment.Deprecated, "Use slashes instead.");
+  EXPECT_TRUE(at(g, "plain")->Comment.empty());
+  EXPECT_TRUE(at(g, "undocumented")->Comment.empty());
+  EXPECT_TRUE(r.Diagnostics.empty()) << r.Diagnostics.front().Format();
+}
+
+TEST(CppParser, PlainCommentsDocumentWhenAsked) {
+  const ParseResult r = parse({kData + "comments/comments.h"}, true);
+  EXPECT_EQ(at(*r.Global, "plain")->Comment.Brief, "A plain comment that documents only when asked.");
+  EXPECT_TRUE(at(*r.Global, "undocumented")->Comment.empty());
+}
+
+TEST(CppParser, TellsMemberFunctionsApart) {
+  const ParseResult r = parse({kData + "overloads"});
+  EXPECT_TRUE(r.Diagnostics.empty()) << r.Diagnostics.front().Format();
+  // The namespace that the header opens twice is one.
+  ASSERT_EQ(all(*r.Global, "geo").size(), 1u);
+  const Declaration& point = *at(*r.Global, "geo::Point");
+  EXPECT_EQ(point.Kind, DeclKind::Class);
+  EXPECT_EQ(point.QualifiedName, "geo::Point");
+
+  const auto ctors = all(point, "Point");
+  ASSERT_EQ(ctors.size(), 4u);
+  for (const Declaration* c : ctors) EXPECT_EQ(c->Kind, DeclKind::Constructor);
+  EXPECT_TRUE(ctors[0]->Has(Defaulted));
+  EXPECT_EQ(ctors[1]->Signature, "(double, double)");
+  EXPECT_TRUE(ctors[2]->Has(Explicit));
+  EXPECT_TRUE(ctors[3]->Has(Deleted));
+
+  struct Expect {
+    const char* name;
+    DeclKind kind;
+    unsigned flags;
+  };
+  for (const Expect& e :
+       {Expect{"~Point", DeclKind::Destructor, Virtual}, Expect{"length", DeclKind::Method, Const},
+        Expect{"origin", DeclKind::Method, Static}, Expect{"draw", DeclKind::Method, Virtual | PureVirtual | Const},
+        Expect{"operator==", DeclKind::Method, Operator | Const},
+        Expect{"operator bool", DeclKind::Conversion, Explicit | Noexcept | Const}}) {
+    const Declaration* d = at(point, e.name);
+    ASSERT_TRUE(d) << e.name;
+    EXPECT_EQ(d->Kind, e.kind) << e.name;
+    EXPECT_EQ(d->Flags & e.flags, e.flags) << e.name;
+  }
+  // The inline definition after the class is the same function, not another.
+  EXPECT_EQ(all(point, "length").size(), 1u);
+  EXPECT_EQ(all(point, "scale").size(), 2u);
+  EXPECT_EQ(all(*at(*r.Global, "geo"), "distance").size(), 2u);
+  EXPECT_EQ(at(point, "operator bool")->Text, "explicit operator bool() const noexcept");
+  EXPECT_EQ(at(point, "operator==")->Text, "bool operator==(const Point& other) const");
+
+  EXPECT_EQ(at(point, "x")->AccessLevel, Access::Public);
+  EXPECT_EQ(at(point, "touch")->AccessLevel, Access::Protected);
+  EXPECT_EQ(at(point, "mY")->AccessLevel, Access::Private);
+  EXPECT_EQ(at(point, "x")->Line, 27u);
+  EXPECT_EQ(at(point, "x")->File, kData + "overloads/overloads.h");
+}
+
+TEST(CppParser, ReadsEnumerationsAliasesAndVariables) {
+  const ParseResult r = parse({kData + "overloads/overloads.h"});
+  const Declaration& colour = *at(*r.Global, "geo::Colour");
+  EXPECT_TRUE(colour.Has(ScopedEnum));
+  EXPECT_EQ(colour.Type, "unsigned char");
+  ASSERT_EQ(colour.Children.size(), 3u);
+  EXPECT_EQ(colour.Children[1]->Name, "Green");
+  EXPECT_EQ(colour.Children[1]->Type, "2");
+  EXPECT_EQ(at(*r.Global, "geo::Points")->Type, "Point *");
+  EXPECT_EQ(at(*r.Global, "geo::Coordinate")->Kind, DeclKind::TypeAlias);
+  EXPECT_EQ(at(*r.Global, "geo::pointCount")->Kind, DeclKind::Variable);
+}
+
+TEST(CppParser, ReadsTemplatesAndBases) {
+  const ParseResult r = parse({kData + "templates"});
+  const Declaration& buffer = *at(*r.Global, "Buffer");
+  ASSERT_EQ(buffer.TemplateParameters.size(), 2u);
+  EXPECT_EQ(buffer.TemplateParameters[1].Name, "N");
+  EXPECT_EQ(buffer.TemplateParameters[1].Type, "std::size_t");
+  EXPECT_EQ(buffer.TemplateParameters[1].Default, "4");
+  EXPECT_EQ(at(buffer, "put")->TemplateParameters.at(0).Name, "U");
+  EXPECT_TRUE(at(*r.Global, "Buffer<T *, 1>"));
+  EXPECT_EQ(at(*r.Global, "Derived")->Bases, (std::vector<std::string>{"public Base", "protected virtual Mixin"}));
+  EXPECT_EQ(at(*r.Global, "BufferOf")->TemplateParameters.size(), 1u);
+  EXPECT_EQ(at(*r.Global, "make")->Text, "template<typename T, typename... Args> Buffer<T> make(Args&&... args)");
+}
+
+TEST(CppParser, ABrokenHeaderIsReportedAndTheOthersAreDocumented) {
+  const ParseResult r = parse({kData + "broken"});
+  for (const char* name : {"beforeBroken", "afterBroken", "late::Survivor", "afterErrors"})
+    EXPECT_TRUE(at(*r.Global, name)) << name;
+  // Nothing of the header after the unfinished class ends up inside it.
+  EXPECT_FALSE(at(*r.Global, "Unfinished::afterBroken"));
+  std::vector<std::string> lines;
+  for (const auto& d : r.Diagnostics) lines.push_back(d.Format());
+  EXPECT_THAT(lines, testing::Contains(kData + "broken/b_broken.h:2: warning: 'no/such/header.h' file not found"));
+  for (const auto& d : r.Diagnostics) EXPECT_EQ(d.File, kData + "broken/b_broken.h");
+}
+
+TEST(CppParser, ReadsCTypedefsOfUnnamedTypes) {
+  const ParseResult r = parse({kData + "c"}, false, "c11");
+  EXPECT_TRUE(r.Diagnostics.empty()) << r.Diagnostics.front().Format();
+  ASSERT_EQ(all(*r.Global, "Node").size(), 1u);
+  const Declaration& node = *at(*r.Global, "Node");
+  EXPECT_EQ(node.Kind, DeclKind::Struct);
+  EXPECT_EQ(node.Comment.Brief, "A node of a list.");
+  EXPECT_EQ(node.Children.size(), 2u);
+  EXPECT_EQ(at(*r.Global, "NodeKind")->Kind, DeclKind::Enum);
+  EXPECT_EQ(at(*r.Global, "BUFFER_SIZE")->Type, "256");
+  // The include guard is no macro worth a page.
+  EXPECT_FALSE(at(*r.Global, "PLAIN_H"));
+}
+
+TEST(CppParser, ReadsDeclarationsInsideExternCBlocks) {
+  test::TempFolder temp;
+  write(temp.path("api.h"),
+        "extern \"C\" {\n/// A C function.\nint c_api(void);\ntypedef struct { int x; } c_point;\n}\n");
+  const ParseResult r = parse({temp.path("api.h")});
+  ASSERT_TRUE(at(*r.Global, "c_api"));
+  EXPECT_EQ(at(*r.Global, "c_api")->Comment.Brief, "A C function.");
+  EXPECT_EQ(at(*r.Global, "c_point")->Kind, DeclKind::Struct);
+}
+
+TEST(CppParser, ExpandsFoldersPatternsAndReportsWhatNamesNothing) {
+  test::TempFolder temp;
+  std::filesystem::create_directories(temp.path("a/deep"));
+  for (const char* f : {"a/one.h", "a/two.hpp", "a/deep/three.h", "a/notes.txt", "a/impl.cpp"}) write(temp.path(f), "");
+  std::vector<std::string> problems;
+  CppInput input;
+  input.Sources = {temp.path("a")};
+  EXPECT_EQ(ExpandSources(input, problems),
+            (std::vector<std::string>{temp.path("a/deep/three.h"), temp.path("a/one.h"), temp.path("a/two.hpp")}));
+  input.Sources = {temp.path("a/*.hpp"), temp.path("a/**/*.h"), temp.path("a/impl.cpp"), temp.path("missing")};
+  EXPECT_EQ(ExpandSources(input, problems),
+            (std::vector<std::string>{temp.path("a/deep/three.h"), temp.path("a/impl.cpp"), temp.path("a/one.h"),
+                                      temp.path("a/two.hpp")}));
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_THAT(problems[0], HasSubstr("missing"));
+}
+
+TEST(CppParser, TakesFlagsFromCompileCommands) {
+  test::TempFolder temp;
+  std::filesystem::create_directories(temp.path("inc"));
+  write(temp.path("inc/config.h"), "#define HAS_CONFIG 1\n");
+  write(temp.path("api.h"), "#include \"config.h\"\n#if defined(FEATURE) && HAS_CONFIG\nint feature();\n#endif\n");
+  write(temp.path("compile_commands.json"),
+        R"([{"directory": ")" + temp.path() +
+            R"(", "file": "x.cpp", "arguments": ["c++", "-Iinc", "-D", "FEATURE", "-std=c++17", "-c", "x.cpp"]}])");
+  CppInput input;
+  input.Sources = {temp.path("api.h")};
+  EXPECT_FALSE(at(*Parse(input).Global, "feature"));
+  input.CompileCommands = temp.path("compile_commands.json");
+  const ParseResult r = Parse(input);
+  EXPECT_TRUE(at(*r.Global, "feature"));
+  EXPECT_TRUE(r.Diagnostics.empty()) << r.Diagnostics.front().Format();
+}
+
+TEST(CppParser, DefinesAndIncludeFoldersOfTheInput) {
+  test::TempFolder temp;
+  std::filesystem::create_directories(temp.path("elsewhere"));
+  write(temp.path("elsewhere/dep.h"), "typedef int dep_t;\n");
+  write(temp.path("api.h"), "#include <dep.h>\n#ifdef WITH_X\ndep_t withX();\n#endif\n");
+  CppInput input;
+  input.Sources = {temp.path("api.h")};
+  input.IncludeFolders = {temp.path("elsewhere")};
+  input.Defines = {"WITH_X=1"};
+  const ParseResult r = Parse(input);
+  EXPECT_TRUE(r.Diagnostics.empty()) << r.Diagnostics.front().Format();
+  ASSERT_TRUE(at(*r.Global, "withX"));
+  EXPECT_EQ(at(*r.Global, "withX")->Type, "dep_t");
+  // Declarations of headers outside the documented files are not documented.
+  EXPECT_FALSE(at(*r.Global, "dep_t"));
+}
+
+TEST(CppParser, SourceFilesAreUnitsOfTheirOwnAndShareNothingTwice) {
+  test::TempFolder temp;
+  write(temp.path("shared.h"), "/// Shared.\nint shared();\n");
+  write(temp.path("one.cpp"), "#include \"shared.h\"\n/// Only here.\nstatic int onlyInOne() { return 1; }\n");
+  write(temp.path("two.cpp"), "#include \"shared.h\"\nint shared() { return 2; }\n");
+  const ParseResult r = parse({temp.path("shared.h"), temp.path("one.cpp"), temp.path("two.cpp")});
+  EXPECT_TRUE(r.Diagnostics.empty()) << r.Diagnostics.front().Format();
+  EXPECT_EQ(all(*r.Global, "shared").size(), 1u);
+  EXPECT_EQ(at(*r.Global, "shared")->File, temp.path("shared.h"));
+  EXPECT_EQ(at(*r.Global, "onlyInOne")->Comment.Brief, "Only here.");
+}
+
+// Everything a declaration tells, for comparing two parses.
+std::string describe(const Declaration& d) {
+  std::string out = d.QualifiedName + d.Signature + "|" + d.Text + "|" + d.File + ":" + std::to_string(d.Line) + "|" +
+                    d.Comment.Brief + "\n";
+  for (const auto& child : d.Children) out += describe(*child);
+  return out;
+}
+
+TEST(CppParser, CachesTheSystemHeadersAndParsesAlikeWithTheCache) {
+  test::TempFolder cache;
+  test::ScopedEnvironment environment("XDG_CACHE_HOME", cache.path());
+  const ParseResult first = parse({kData + "overloads", kData + "templates"});
+  std::vector<fs::path> made;
+  for (const auto& entry : fs::directory_iterator(cache.path("kavrel")))
+    if (entry.path().extension() == ".pch") made.push_back(entry.path());
+  ASSERT_EQ(made.size(), 1u);
+
+  const ParseResult second = parse({kData + "overloads", kData + "templates"});
+  EXPECT_EQ(describe(*second.Global), describe(*first.Global));
+  EXPECT_TRUE(second.Diagnostics.empty()) << second.Diagnostics.front().Format();
+
+  // A cache entry that libclang cannot read is made again, and costs nothing else.
+  write(made[0].string(), "not a precompiled header");
+  const ParseResult third = parse({kData + "overloads", kData + "templates"});
+  EXPECT_EQ(describe(*third.Global), describe(*first.Global));
+  EXPECT_GT(fs::file_size(made[0]), 1000u);
+}
+
+}  // namespace
+}  // namespace kv::cpp

@@ -1,0 +1,120 @@
+// The plug-in as a user meets it: loaded by the kavrel program from the configuration folder's
+// plugins/, fed by "kavrel new", listed by "kavrel items", built by "kavrel build".
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/Files.h"
+#include "support/KavrelProgram.h"
+
+namespace kv {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::Not;
+
+const std::string kData = KV_TEST_DATA_DIR "/kvcpp/";
+
+class KVCppPlugIn : public testing::Test, public test::KavrelProgram {
+ protected:
+  // A project in the temporary folder for a copy of the data folder `theme`.
+  std::string newProject(const std::string& theme) {
+    fs::copy(kData + theme, temp.path(theme), fs::copy_options::recursive);
+    const ProcessResult r = run({"new", "api.kvp", "--sources", theme});
+    EXPECT_EQ(r.ExitCode, 0) << r.Output;
+    return temp.path("api.kvp");
+  }
+  // Sets an attribute of the project file's include filters.
+  void setFilter(const std::string& project, const std::string& name) {
+    std::string text = test::readFile(project);
+    const std::string from = name + "=\"False\"";
+    text.replace(text.find(from), from.size(), name + "=\"True\"");
+    test::writeFile(project, text);
+  }
+};
+
+TEST_F(KVCppPlugIn, NewWritesAProjectThatKeepsItsSourcesRelative) {
+  const std::string project = newProject("overloads");
+  const std::string text = test::readFile(project);
+  EXPECT_THAT(text, HasSubstr("<DocType Name=\"kv.cpp\""));
+  EXPECT_THAT(text, HasSubstr("<KVCpp DocType=\"kv.cpp\" Standard=\"c++20\""));
+  EXPECT_THAT(text, HasSubstr("<Source>overloads</Source>"));
+
+  // Settings written by hand survive a load and a save.
+  std::string edited = text;
+  edited.replace(edited.find("<Source>"), 8, "<IncludeFolder>inc</IncludeFolder><Define>A=1</Define><Source>");
+  test::writeFile(project, edited);
+  ASSERT_EQ(run({"upgrade", project}).ExitCode, 0);
+  EXPECT_THAT(test::readFile(project), HasSubstr("<IncludeFolder>inc</IncludeFolder>"));
+  EXPECT_THAT(test::readFile(project), HasSubstr("<Define>A=1</Define>"));
+}
+
+TEST_F(KVCppPlugIn, SourcesOutsideTheProjectsFolderAreWrittenRelativeToIt) {
+  fs::copy(kData + "overloads", temp.path("overloads"), fs::copy_options::recursive);
+  fs::create_directories(temp.path("doc"));
+  const ProcessResult r = run({"new", "doc/api.kvp", "--sources", "overloads/overloads.h"});
+  ASSERT_EQ(r.ExitCode, 0) << r.Output;
+  EXPECT_THAT(test::readFile(temp.path("doc/api.kvp")), HasSubstr("<Source>../overloads/overloads.h</Source>"));
+  EXPECT_THAT(run({"items", "doc/api.kvp"}).Output, HasSubstr("KV:Class Component geo~Point"));
+}
+
+TEST_F(KVCppPlugIn, NewTakesWhatTheHeadersNeedToCompile) {
+  fs::create_directories(temp.path("inc"));
+  const ProcessResult r =
+      run({"new", "api.kvp", "--sources", "inc", "--include", "inc", "--define", "A=1", "B", "--std", "c++17"});
+  ASSERT_EQ(r.ExitCode, 0) << r.Output;
+  const std::string text = test::readFile(temp.path("api.kvp"));
+  EXPECT_THAT(text, HasSubstr("Standard=\"c++17\""));
+  EXPECT_THAT(text, HasSubstr("<IncludeFolder>inc</IncludeFolder>"));
+  EXPECT_THAT(text, HasSubstr("<Define>A=1</Define>"));
+  EXPECT_THAT(text, HasSubstr("<Define>B</Define>"));
+}
+
+TEST_F(KVCppPlugIn, NewFailsForADocTypeThatIsNotInstalled) {
+  const ProcessResult r = run({"new", "x.kvp", "--doctype", "kv.none", "--sources", "."});
+  EXPECT_EQ(r.ExitCode, 1);
+  EXPECT_THAT(r.Output, HasSubstr("kv.none"));
+  EXPECT_FALSE(fs::exists(temp.path("x.kvp")));
+}
+
+TEST_F(KVCppPlugIn, ItemsFollowTheTemplatesDefinitionsAndTheAccessFilters) {
+  const std::string project = newProject("overloads");
+  const std::string header = temp.path("overloads/overloads.h");
+  ProcessResult r = run({"items", project});
+  ASSERT_EQ(r.ExitCode, 0) << r.Output;
+  for (const std::string& line :
+       {"  KV:Header Component overloads.h  " + header, "    KV:Class Component geo~Point  " + header + ":7",
+        "      KV:Method Block geo~Point~operator bool  " + header + ":25",
+        "      KV:Method Block geo~Point~scale~(double, double)  " + header + ":19",
+        "      KV:Field Variable geo~Point~x  " + header + ":27",
+        "    KV:Function Block geo~distance~(const Point &)  " + header + ":39",
+        "    KV:Enumeration Enumeration geo~Colour  " + header + ":47",
+        "    KV:Typedef Variable geo~Points  " + header + ":48",
+        "    KV:Variable Variable geo~pointCount  " + header + ":50"})
+    EXPECT_THAT(r.Output, HasSubstr(line + "\n"));
+  EXPECT_THAT(r.Output, Not(HasSubstr("touch")));
+  EXPECT_THAT(r.Output, Not(HasSubstr("mY")));
+
+  setFilter(project, "IncludeProtected");
+  r = run({"items", project});
+  EXPECT_THAT(r.Output, HasSubstr("KV:Method Block geo~Point~touch"));
+  EXPECT_THAT(r.Output, Not(HasSubstr("mY")));
+
+  setFilter(project, "IncludePrivate");
+  r = run({"items", project});
+  EXPECT_THAT(r.Output, HasSubstr("KV:Private Variable geo~Point~mY"));
+}
+
+TEST_F(KVCppPlugIn, ABuildLogsTheErrorsOfBrokenHeadersAsWarningsWithFileAndLine) {
+  const std::string project = newProject("broken");
+  const ProcessResult r = run({"build", project, "--output", temp.path("out"), "--no-compile"});
+  EXPECT_EQ(r.ExitCode, 0) << r.Output;
+  EXPECT_THAT(r.Output, HasSubstr(temp.path("broken/b_broken.h") + ":2: warning: 'no/such/header.h' file not found"));
+  const ProcessResult items = run({"items", project});
+  EXPECT_THAT(items.Output, HasSubstr("KV:Class Component late~Survivor"));
+}
+
+}  // namespace
+}  // namespace kv
