@@ -1,13 +1,11 @@
 #include "host/Settings.h"
 
-#include <fcntl.h>
 #include <pwd.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
+#include "files/ReplaceFile.h"
 #include "kavrel/Failure.h"
 
 // Plain UTF-8 throughout, so no conversion layer; the templates are instantiated here rather than
@@ -54,28 +52,6 @@ struct Ini : CSimpleIniA {
   throw Failure(err::PathFileAccessError, "Could not write the settings file '" + file.string() + "': " + why);
 }
 
-// Writes `data` beside `file` and renames it over `file`, so that readers never see half a file.
-void replaceFile(const fs::path& file, const std::string& data) {
-  std::string temp = (file.parent_path() / ("." + file.filename().string() + ".XXXXXX")).string();
-  const int fd = mkstemp(temp.data());
-  if (fd < 0) cannotWrite(file, std::strerror(errno));
-  size_t done = 0;
-  while (done < data.size()) {
-    const ssize_t n = ::write(fd, data.data() + done, data.size() - done);
-    if (n < 0 && errno == EINTR) continue;
-    if (n <= 0) break;
-    done += size_t(n);
-  }
-  const int writeErrno = errno;
-  const bool ok = done == data.size() && ::fsync(fd) == 0;
-  ::close(fd);
-  if (!ok || std::rename(temp.c_str(), file.c_str()) != 0) {
-    const int e = ok ? errno : writeErrno;
-    ::unlink(temp.c_str());
-    cannotWrite(file, std::strerror(e));
-  }
-}
-
 }  // namespace
 
 std::optional<std::string> SettingsFile::value(std::string_view keyPath, std::string_view name) const {
@@ -98,7 +74,7 @@ void SettingsFile::setValue(std::string_view keyPath, std::string_view name, std
     fs::create_directories(mFile.parent_path(), ec);
     if (ec) cannotWrite(mFile, ec.message());
   }
-  replaceFile(mFile, data);
+  replaceFileContents(mFile.string(), data);
 }
 
 SettingsFile userSettings() {
