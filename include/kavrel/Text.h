@@ -15,6 +15,8 @@ KV_API std::u16string toUtf16(std::string_view utf8);
 KV_API std::string fromUtf16(std::u16string_view utf16);
 // Code points, for matching character by character.
 KV_API std::u32string toUtf32(std::string_view utf8);
+// Appends one code point as UTF-8; a surrogate, zero or a value beyond U+10FFFF appends U+FFFD.
+KV_API void appendUtf8(std::string& out, char32_t codePoint);
 
 // Length in UTF-16 code units.
 KV_API long length(std::string_view s);

@@ -134,6 +134,11 @@ std::string fromUtf16(std::u16string_view s) {
   return out;
 }
 
+void appendUtf8(std::string& out, char32_t codePoint) {
+  if (codePoint == 0 || codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) codePoint = 0xFFFD;
+  encode(codePoint, out);
+}
+
 long length(std::string_view s) {
   if (isAscii(s)) return long(s.size());
   long n = 0;

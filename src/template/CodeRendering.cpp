@@ -1,7 +1,5 @@
 #include "template/CodeRendering.h"
 
-#include <cstdint>
-
 #include "files/EscapeText.h"
 #include "kavrel/Text.h"
 
@@ -39,25 +37,6 @@ std::size_t leadingBlanks(std::string_view line) {
   return n;
 }
 
-void appendCodePoint(std::string& out, std::uint32_t cp) {
-  if (cp == 0 || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) cp = 0xFFFD;
-  if (cp < 0x80) {
-    out += char(cp);
-  } else if (cp < 0x800) {
-    out += char(0xC0 | (cp >> 6));
-    out += char(0x80 | (cp & 0x3F));
-  } else if (cp < 0x10000) {
-    out += char(0xE0 | (cp >> 12));
-    out += char(0x80 | ((cp >> 6) & 0x3F));
-    out += char(0x80 | (cp & 0x3F));
-  } else {
-    out += char(0xF0 | (cp >> 18));
-    out += char(0x80 | ((cp >> 12) & 0x3F));
-    out += char(0x80 | ((cp >> 6) & 0x3F));
-    out += char(0x80 | (cp & 0x3F));
-  }
-}
-
 // The entity at the start of `s` ("&lt;", "&#233;"): its text and length, or length 0.
 std::size_t decodeEntity(std::string_view s, std::string& out) {
   const std::size_t end = s.find(';');
@@ -76,7 +55,7 @@ std::size_t decodeEntity(std::string_view s, std::string& out) {
   if (digits.empty() || digits.find_first_not_of(hex ? "0123456789abcdef" : "0123456789") != std::string::npos)
     return 0;
   const unsigned long cp = std::stoul(digits.substr(0, 8), nullptr, hex ? 16 : 10);
-  appendCodePoint(out, std::uint32_t(cp > 0x10FFFF ? 0xFFFD : cp));
+  text::appendUtf8(out, char32_t(cp > 0x10FFFF ? 0xFFFD : cp));
   return end + 1;
 }
 
