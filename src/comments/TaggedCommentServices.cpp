@@ -12,14 +12,26 @@ namespace kv::comments {
 
 namespace {
 
-// Replaces each `what` (ASCII, found ignoring case) by `with`.
+// Replaces each `what` (ASCII) by `with`, matching ASCII letters ignoring case. Byte positions
+// stay those of `s`, which lower-casing a whole UTF-8 text would not keep.
 std::string replaceIgnoreCase(std::string_view s, std::string_view what, std::string_view with) {
-  const std::string lower = text::toLower(s), lowerWhat = text::toLower(what);
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; };
+  const auto matchesAt = [&](std::size_t at) {
+    for (std::size_t i = 0; i < what.size(); ++i)
+      if (lower(s[at + i]) != lower(what[i])) return false;
+    return true;
+  };
   std::string out;
-  std::size_t from = 0;
-  for (std::size_t at; (at = lower.find(lowerWhat, from)) != std::string::npos; from = at + what.size())
-    out.append(s.substr(from, at - from)).append(with);
-  return out.append(s.substr(from));
+  std::size_t i = 0;
+  while (i < s.size()) {
+    if (s.size() - i >= what.size() && matchesAt(i)) {
+      out += with;
+      i += what.size();
+    } else {
+      out += s[i++];
+    }
+  }
+  return out;
 }
 
 // The item's comment collection, or nullptr for a kind without one.

@@ -157,7 +157,8 @@ void vbProject::AddTaggedComment(kv::TaggedComments& comments, const TaggedComme
   std::string key = comment->TagIdentifier();
   if (def && isBuffer && !comment->Qualifier().empty()) key += ":" + comment->Qualifier();
   if (def && text::equalsIgnoreCase(def->TagIdentifier, "##EXCLUDE"))
-    if (const ItemPtr owner = comment->Parent()) {
+    // A comment that does not know its item yet belongs to the collection's.
+    if (const ItemPtr owner = comment->Parent() ? comment->Parent() : comments.Owner()) {
       owner->ExcludeFlag(true);
       owner->IncludeFlag(false);
     }

@@ -99,11 +99,14 @@ TEST_F(TaggedCommentServices, AddClearsTheBufferMarkOutsideBuffersAndExcludesThe
   root.AddTaggedComment(run->TaggedComments(), buffered, false, false);
   EXPECT_FALSE(buffered->BufferComment());
 
-  const auto exclude = makeComment(defs, "##EXCLUDE", "");
-  exclude->Parent(run);
-  root.AddTaggedComment(run->TaggedComments(), exclude, false, false);
-  EXPECT_TRUE(run->ExcludeFlag());
-  EXPECT_FALSE(run->IncludeFlag());
+  // The item is the comment's, or else the collection's.
+  for (const auto& [item, parent] : {std::pair{ItemPtr(run), ItemPtr(run)}, {ItemPtr(project), ItemPtr()}}) {
+    const auto exclude = makeComment(defs, "##EXCLUDE", "");
+    exclude->Parent(parent);
+    root.AddTaggedComment(item->TaggedComments(), exclude, false, false);
+    EXPECT_TRUE(item->ExcludeFlag()) << item->Name();
+    EXPECT_FALSE(item->IncludeFlag()) << item->Name();
+  }
 
   // Without a definition the comment is only a comment.
   const auto undefined = std::make_shared<TaggedComment>("##EXCLUDE", "");
@@ -138,12 +141,14 @@ TEST_F(TaggedCommentServices, UpgradeFollowsRetiredKindsToTheLastDefinedOne) {
 }
 
 TEST_F(TaggedCommentServices, GetTaggedCommentReadsEachKindOnceWithLineBreaksForPages) {
-  const auto defs = makeDefs({{"##SUMMARY"}, {"##REMARKS"}, {"##OLDSUMMARY", "h", 2, false, false, "##SUMMARY"}});
+  const auto defs =
+      makeDefs({{"##SUMMARY"}, {"##REMARKS"}, {"##VALUE"}, {"##OLDSUMMARY", "h", 2, false, false, "##SUMMARY"}});
   auto& col = run->TaggedComments();
   col.CollectionIsNotKeyed_SearchByTagID(true);
   col.Add(makeComment(defs, "##REMARKS", "Ünter<CRLF>zwei"));
   col.Add(makeComment(defs, "##SUMMARY", "Größe<crlf>"));
-  col.Add(makeComment(defs, "##SUMMARY", "second summary"));  // only the first of a kind is read
+  col.Add(makeComment(defs, "##SUMMARY", "second summary"));    // only the first of a kind is read
+  col.Add(makeComment(defs, "##VALUE", "5 \u212A<Crlf>warm"));  // the Kelvin sign lower-cases to a one-byte "k"
   struct {
     const char* ids;
     const char* expected;
@@ -152,6 +157,7 @@ TEST_F(TaggedCommentServices, GetTaggedCommentReadsEachKindOnceWithLineBreaksFor
                {"##OLDSUMMARY,##SUMMARY,##REMARKS", "Größe<br>Ünter<br>zwei"},
                {"##REMARKS, ##SUMMARY", "Ünter<br>zweiGröße<br>"},
                {"##UNKNOWN,##REMARKS", "Ünter<br>zwei"},
+               {"##VALUE", "5 \u212A<br>warm"},
                {"##UNKNOWN", ""}};
   for (const auto& c : cases) EXPECT_EQ(root.GetTaggedComment(run, c.ids, defs.get()), c.expected) << c.ids;
 
