@@ -55,9 +55,6 @@ TEST_F(TaggedCommentServices, AppendDescriptionTurnsAnEmptyAdditionIntoABlank) {
   std::string description = "Größe", text;
   EXPECT_EQ(root.AppendDescription(description, text, 1), "Größe  ");
   EXPECT_EQ(text, " ");  // the caller's text takes the blank too
-  std::string none, alsoNone;
-  EXPECT_EQ(root.AppendDescription(none, alsoNone, 3), "");
-  EXPECT_EQ(alsoNone, "");
 }
 
 TEST_F(TaggedCommentServices, AddMergesOnlyKindsThatAskForIt) {
@@ -203,6 +200,18 @@ TEST_F(TaggedCommentServices, UpdateObjectDescriptionRebuildsFromAppendingKinds)
   EXPECT_EQ(count->Description(), "<P>Wie oft</P>");  // a parameter has no tagged description
   EXPECT_EQ(red->TaggedDescription(), "Rot");
   EXPECT_EQ(colours->TaggedDescription(), "");
+
+  // A walk from the project reaches every kind of member.
+  const auto point = widget->AddUDT("Point");
+  const auto delegate = std::make_shared<Block>("Handler");
+  widget->Block(delegate);
+  const ItemPtr reached[] = {point->AddMember("X"), widget->AddEvent("Clicked")->AddParameter("sender"),
+                             widget->AddDeclaration("Beep")->AddParameter("hz"), widget->AddVariable("mSize"),
+                             delegate->AddParameter("e")};
+  for (const auto& item : reached) item->TaggedComments().Add(makeComment(defs, "##REMARKS", "Hinweis"), "##REMARKS");
+  root.UpdateObjectDescription(project, true);
+  for (const auto& item : reached)
+    EXPECT_EQ(getOr(item, "TaggedDescription", item->Description()).toString(), "Hinweis") << item->Name();
 }
 
 TEST_F(TaggedCommentServices, LookupsAndKindQuestions) {
