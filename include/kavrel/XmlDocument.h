@@ -74,6 +74,11 @@ class KV_API XMLNode {
   // name then takes the spelling given here).
   void SetAttribute(std::string_view name, std::string_view value);
   XMLNode AddChild(std::string_view name);
+  // Appends a copy of `node` and everything in it, from this document or another, as the last
+  // child; returns the copy.
+  XMLNode AppendCopy(const XMLNode& node);
+  // The element and everything in it as XML text, without a declaration.
+  std::string Xml() const;
 
   friend bool operator==(const XMLNode& a, const XMLNode& b) { return a.mNode == b.mNode; }
 

@@ -1,25 +1,130 @@
-// One comment file of a project, as the project file names it: the file, its doc type and the
-// moniker of the item it documents. Loading the file's comments is a separate step.
+// One comment file of a project: the authored comments of one root item (an assembly, a project,
+// a database...) named by a moniker, kept in an XML file beside the project. The object reads the
+// file, keeps what is not yet applied to items, the spell checker's word list and the items whose
+// comments have lost their item, and writes everything back. Binding the file to its items goes
+// through its ContentBinding.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+
+#include "comments/ContentBinding.h"
+#include "comments/KVOrphanedItems.h"
+#include "kavrel/Collection.h"
+#include "kavrel/Object.h"
+#include "kavrel/Variant.h"
+#include "services/Subscribers.h"
 
 namespace kv {
 
 class ProjectContext;
+class XMLDocument;
 class XMLNode;
+
+class KVContentFileEvents {
+ public:
+  virtual ~KVContentFileEvents() = default;
+  virtual void DirtyStateChanged() {}
+};
 
 class KVContentFile {
  public:
+  KVContentFile();
+  ~KVContentFile();
+  KVContentFile(const KVContentFile&) = delete;
+  KVContentFile& operator=(const KVContentFile&) = delete;
+
   std::weak_ptr<ProjectContext> KVProject;
   std::string FileName;  // absolute
   std::string DocType;
-  std::string ItemMoniker;
+  std::string ItemMoniker;  // absolute; the file stores it relative to itself
+  std::shared_ptr<ContentBinding> Binding;
 
-  // Reads the "CommentFile" element of the project file.
+  // --- The file's settings ---------------------------------------------------------------------
+  bool ShowInherited = false;
+  std::string FileVersion = "5.0";
+  std::string TemplateName;
+  std::string TreePath;  // the editor's place in the tree
+  DateTime SpellLastCheckDateTime{};
+  std::string LoadIncludeFilter, LoadExcludeFilter;
+  bool LoadPrivate = false;
+  bool LoadOnDemand = false;
+  bool LoadSourceComments = false;
+  // The "UserData" element as XML text, carried through unread.
+  std::string UserData;
+  // Words the spell checker accepts, keyed by the word.
+  std::shared_ptr<Collection<std::string>> IgnoreWordList = std::make_shared<Collection<std::string>>();
+  std::shared_ptr<KVOrphanedItems> OrphanedItems = std::make_shared<KVOrphanedItems>();
+
+  // The collection key: a process-wide number followed by "cf".
+  const std::string& ID() const { return mID; }
+  float FileVersionNumeric() const;
+  // Absolute file names; stored relative to the comment file.
+  const std::string& RelatedProject() const { return mRelatedProject; }
+  void RelatedProject(std::string v) { mRelatedProject = std::move(v); }
+  const std::string& RelatedLDProject() const { return mRelatedLDProject; }
+  void RelatedLDProject(std::string v) { mRelatedLDProject = std::move(v); }
+
+  // Comments read at the last load and written at the last save.
+  long LoadCount = 0;
+  long SaveCount = 0;
+
+  // The item the file documents, set by its binding.
+  const ObjectPtr& RootItem() const { return mRootItem; }
+  void RootItem(ObjectPtr item) { mRootItem = std::move(item); }
+  // The file's document while comments in it are not yet applied to items, else nothing. Its
+  // "c" elements leave it as they are applied.
+  const std::shared_ptr<XMLDocument>& ContentDocument() const { return mContentDoc; }
+  void ReleaseContentDocument() { mContentDoc.reset(); }
+  // Whether the file was read, or written, by this object: only then may a save replace it.
+  bool Loaded() const { return mLoaded; }
+
+  bool Dirty() const { return mDirty; }
+  void Dirty(bool v);
+  void Subscribe(std::weak_ptr<KVContentFileEvents> subscriber) { mSubscribers.Add(std::move(subscriber)); }
+
+  // --- The project file's "CommentFile" element --------------------------------------------------
   void Load(const XMLNode& e);
   void Save(XMLNode& e) const;
+
+  // --- The comment file -----------------------------------------------------------------------
+  // Reads the file (it becomes FileName) and binds it to its items. A file that is not a comment
+  // file, or that does not parse, is reported once and leaves the object as it was: false.
+  bool LoadFile(const std::string& SourceFileName, std::optional<bool> LoadOnDemand = {});
+  // Writes the file, always to FileName whatever is asked (an empty argument means FileName),
+  // keeping the previous content as FileName + ".bak". The file is replaced whole or not at all;
+  // a failure is reported and gives false.
+  bool SaveFile(const std::string& TargetFileName = {});
+  // The same without the disk, for readers of text: FileName only resolves relative names.
+  bool LoadText(const std::string& Text, std::optional<bool> LoadOnDemand = {});
+  std::string SaveText();
+
+  // --- The spell checker's word list --------------------------------------------------------------
+  // Writes every word the checker must accept to a temporary file and returns its name.
+  std::string SaveSpellIgnoreWordListToFile();
+  void KillSpellTempFile();
+  const std::string& SpellTempFile() const { return mSpellTempFile; }
+  void AddIgnoreWord(const std::string& Word);
+  void RemoveIgnoreWord(const std::string& Word);
+
+ private:
+  bool Read(const std::string& text, std::optional<bool> loadOnDemand);
+  void ReadAttributes(const XMLNode& root);
+  void WriteItem(XMLNode& root, const ObjectPtr& item);
+  void WriteOrphans(XMLNode& root);
+  void WriteItemNames(std::string& lines);
+  ContentBinding& binding();
+  int ShowMessage(const std::string& text, int buttons, const std::string& title) const;
+
+  std::string mID;
+  std::string mRelatedProject, mRelatedLDProject;
+  ObjectPtr mRootItem;
+  std::shared_ptr<XMLDocument> mContentDoc;
+  std::string mSpellTempFile;
+  bool mLoaded = false;
+  bool mDirty = false;
+  Subscribers<KVContentFileEvents> mSubscribers;
 };
 
 }  // namespace kv

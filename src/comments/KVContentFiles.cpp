@@ -1,25 +1,19 @@
 #include "comments/KVContentFiles.h"
 
-#include "kavrel/FileSystem.h"
-#include "kavrel/ProjectContext.h"
 #include "kavrel/XmlDocument.h"
 
 namespace kv {
 
-void KVContentFile::Load(const XMLNode& e) {
-  const XMLAttributes attributes = e.Attributes();
-  const std::string stored = attributes.Item("FileName").Value();
-  auto project = KVProject.lock();
-  FileName = project ? project->FromRelativeFileNAme(stored) : FileSystem(stored).FileName();
-  DocType = attributes.Item("DocType").Value();
-  ItemMoniker = attributes.ValueOr("ItemMoniker");
+void KVContentFiles::LoadFiles() {
+  for (const auto& file : *this) file->LoadFile(file->FileName);
 }
 
-void KVContentFile::Save(XMLNode& e) const {
-  auto project = KVProject.lock();
-  e.SetAttribute("FileName", project ? project->ToRelativeFileName(FileName) : FileName);
-  e.SetAttribute("DocType", DocType);
-  e.SetAttribute("ItemMoniker", ItemMoniker);
+bool KVContentFiles::SaveFiles() {
+  bool saved = true;
+  // An unread file is never written: its content would be lost.
+  for (const auto& file : *this)
+    if (file->Loaded()) saved = file->SaveFile() && saved;
+  return saved;
 }
 
 void KVContentFiles::Load(const XMLNode& e) {

@@ -15,6 +15,11 @@ class KVContentFiles : public TrackedCollection<KVContentFile> {
   // Replaces the files by those the "CommentFile" children of `e` name.
   void Load(const XMLNode& e);
   void Save(XMLNode& e) const;
+
+  // Reads each file from disk; a file that cannot be read is reported and left unread.
+  void LoadFiles();
+  // Writes each file that was read; false when one of them could not be written.
+  bool SaveFiles();
 };
 
 }  // namespace kv

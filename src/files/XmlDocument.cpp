@@ -163,6 +163,23 @@ XMLNode XMLNode::AddChild(std::string_view name) {
   return XMLNode(mOwner, child);
 }
 
+XMLNode XMLNode::AppendCopy(const XMLNode& node) {
+  xmlNodePtr copy = xmlDocCopyNode(node.mNode, mNode->doc, 1);
+  if (!copy) throw std::bad_alloc();
+  xmlAddChild(mNode, copy);
+  return XMLNode(mOwner, copy);
+}
+
+std::string XMLNode::Xml() const {
+  xmlBufferPtr buffer = xmlBufferCreate();
+  if (!buffer) throw std::bad_alloc();
+  xmlNodeDump(buffer, mNode->doc, mNode, 0, 0);
+  std::string out(reinterpret_cast<const char*>(xmlBufferContent(buffer)),
+                  static_cast<size_t>(xmlBufferLength(buffer)));
+  xmlBufferFree(buffer);
+  return out;
+}
+
 // ---------------------------------------------------------------------------------------------
 
 XMLNodes::iterator& XMLNodes::iterator::operator++() {

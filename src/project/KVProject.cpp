@@ -291,6 +291,7 @@ void KVProject::LoadFromFile(const std::string& FileName) {
     }
     KVProjectFileName->FileName(FileName);
     Load(file.ReadAll(0));
+    CommentFiles->LoadFiles();
   });
 }
 
@@ -307,6 +308,7 @@ void KVProject::SaveToFile(const std::string& FileName) {
     FileSystem file(FileName);
     file.CreateFolder();
     file.WriteAll(Save(), codepage::UTF8);
+    CommentFiles->SaveFiles();
     FileVersion = "5.0";
   });
 }
@@ -316,6 +318,7 @@ bool KVProject::SaveToDisk() {
     SaveBackupFile();
     KVProjectFileName->CreateFolder();
     KVProjectFileName->WriteAll(Save(), codepage::UTF8);
+    if (!CommentFiles->SaveFiles()) return false;
     FileVersion = "5.0";
     return true;
   } catch (...) {

@@ -175,7 +175,10 @@ std::vector<CodeLine> WrapCodeLine(const CodeLine& line, long width) {
   std::size_t start = 0;
   while (start < n) {
     const bool firstPiece = pieces.empty();
-    const std::size_t prefix = firstPiece ? 0 : repeat;
+    std::size_t prefix = firstPiece ? 0 : repeat;
+    // A character that would not fit after the indentation goes without it.
+    const std::size_t firstUnits = start + 1 < n && isLowSurrogate(start + 1) ? 2 : 1;
+    if (prefix > 0 && firstUnits > std::size_t(width) - prefix) prefix = 0;
     const std::size_t room = std::size_t(width) - prefix;
     std::size_t end = n, next = n;
     if (n - start > room) {

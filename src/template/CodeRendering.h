@@ -25,8 +25,8 @@ std::string CommentTextToCode(std::string_view internal);
 // Cuts a line longer than `width` (counted in UTF-16 units) into pieces of at most `width`: at
 // the last blank within the width when the line has one past its indentation, otherwise right at
 // the width (never inside a character). The blank at a cut goes; pieces after the first repeat
-// the line's indentation when that leaves at least half the width. A width below one leaves the
-// line whole.
+// the line's indentation when that leaves at least half the width and room for their first
+// character. A width below one leaves the line whole.
 std::vector<CodeLine> WrapCodeLine(const CodeLine& line, long width);
 
 // The block "<pre class=\"kvcode\">" ... "</pre>" for `code`, coloured by the language

@@ -10,6 +10,8 @@
 #include <libxslt/xsltInternals.h>
 #include <libxslt/xsltutils.h>
 
+#include <algorithm>
+#include <cctype>
 #include <climits>
 #include <memory>
 #include <optional>
@@ -192,7 +194,6 @@ std::string coloured(xmlDoc* doc, const XmlTagRequest& r, const std::string& mes
   if (r.XPath.empty()) {
     text = transform(style.get(), doc);
   } else {
-    QuietErrors quiet;
     std::optional<Selected> node = selectSingleNode(doc, r.XPath);
     if (node) text = node->doc ? transform(style.get(), node->doc.get()) : node->text;
     if (!text) {
@@ -215,7 +216,32 @@ std::optional<std::string> readFile(const std::string& path, const char* what, X
   return std::nullopt;
 }
 
+// Replaces every `what` in `s`; with `ignoreCase`, ASCII letters of `what` match either case.
+std::string replace(std::string_view s, std::string_view what, std::string_view with, bool ignoreCase) {
+  const auto same = [&](char a, char b) {
+    return ignoreCase ? std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b))
+                      : a == b;
+  };
+  std::string out;
+  std::size_t i = 0;
+  while (i < s.size()) {
+    if (s.size() - i >= what.size() && std::equal(what.begin(), what.end(), s.begin() + long(i), same)) {
+      out += with;
+      i += what.size();
+    } else {
+      out += s[i++];
+    }
+  }
+  return out;
+}
+
 }  // namespace
+
+std::string XmlInScrap(std::string scrap, std::string_view caption, std::string_view html) {
+  if (scrap.starts_with("!MISSING")) scrap = "<div class=\"formattedxml\" onclick=\"javascript:cl()\">%%XML%%</div>";
+  scrap = replace(scrap, "%%Caption%%", caption.empty() ? "&nbsp;" : caption, true);
+  return replace(scrap, "%%XML%%", replace(html, "%", "/%", false), false);
+}
 
 XmlTagResult RenderXmlTag(const XmlTagRequest& r) {
   XmlTagResult result;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kv {
@@ -33,5 +34,12 @@ struct XmlTagResult {
 // Renders the document. A configuration stylesheet that is missing or broken is a failure of the
 // installation, not of the project: it throws.
 XmlTagResult RenderXmlTag(const XmlTagRequest& request);
+
+// The rendered document in its wrapper scrap: a scrap that is missing from the template (its text
+// begins "!MISSING") gives way to "<div class=\"formattedxml\" onclick=\"javascript:cl()\">%%XML%%</div>";
+// "%%Caption%%" (any case) becomes the caption, "&nbsp;" when it is empty; then "%%XML%%" (this
+// case only) becomes the document, each "%" of it written "/%" so that the page's expansion of
+// references leaves the document alone.
+std::string XmlInScrap(std::string scrap, std::string_view caption, std::string_view html);
 
 }  // namespace kv

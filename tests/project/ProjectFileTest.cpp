@@ -142,8 +142,12 @@ class ProjectFile : public ::testing::Test {
   std::shared_ptr<Events> events;
 };
 
+// The comment file the sample projects name; it loads with the project.
+constexpr const char* kCommentFile =
+    R"(<KavrelComments Version="5.0" Moniker="lib.dll" DocType="kv.net" Template="" ShowInherited="False"/>)";
+
 TEST_F(ProjectFile, CurrentFileLoadsEverySettingAndCollection) {
-  writeFile(temp.path("proj/comments/lib.kvc"), "<KavrelComments/>");
+  writeFile(temp.path("proj/comments/lib.kvc"), kCommentFile);
 
   load("full-5.0.kvp");
   const std::string folder = temp.path("proj/");
@@ -213,7 +217,7 @@ TEST_F(ProjectFile, CurrentFileLoadsEverySettingAndCollection) {
 }
 
 TEST_F(ProjectFile, SaveWritesTheCurrentFormInOrderAndReloadsToTheSameText) {
-  writeFile(temp.path("proj/comments/lib.kvc"), "<KavrelComments/>");
+  writeFile(temp.path("proj/comments/lib.kvc"), kCommentFile);
   const std::string path = load("full-5.0.kvp");
   const std::string saved = project->Save();
 

@@ -1,11 +1,10 @@
-// Root's page-piece services take what they need from Root and the project: the wrap width, the
-// editable span's markup, and the project file's folder as the base of examples.
+// Root's page-piece services take what they need from Root and the project: the wrap width and
+// the project file's folder as the base of examples.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-#include "host/Settings.h"
 #include "kavrel/Model.h"
 #include "project/KVProject.h"
 #include "root/Root.h"
@@ -53,16 +52,6 @@ TEST_F(RootRenderingTest, CodeWrapsAtTheDefaultWrapLength) {
   Root root;
   root.DefaultWrapLength = 10;
   EXPECT_EQ(root.SourceCode(block), "<pre class=\"kvcode\">alpha beta\ngamma</pre>");
-}
-
-TEST_F(RootRenderingTest, EditableSpanUsesTheMachinesMarkup) {
-  machineSettings().setValue("Software\\Velmora\\Kavrel5", "EditableSpanPrefix", "<div><span>");
-  machineSettings().setValue("Software\\Velmora\\Kavrel5", "EditableSpanSuffix", "<!--e-->");
-  Root root;
-  auto block = std::make_shared<Block>("Run");
-  EXPECT_EQ(root.CommentEditSpan(*block, "##REMARKS", "Remarks"),
-            "<div><span>Remarks</span></div><div><span class=\"kveditwrapper\" style=\"width: 100%\" "
-            "CONTENTEDITABLE id=\"TaggedComment|Run|##REMARKS\"></span></div><!--e-->");
 }
 
 }  // namespace

@@ -2,6 +2,9 @@
 // installed language definitions, and the markup of a code block.
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "kavrel/Text.h"
 #include "template/CodeHighlighter.h"
 #include "template/CodeRendering.h"
 
@@ -178,6 +181,58 @@ TEST(CodeBlockHtml, WrapsColouredLinesAtTheWidth) {
   EXPECT_EQ(CodeBlockHtml("int a; int b;", "c.lang", true, 7),
             "<pre class=\"kvcode\"><span class=\"hl-type\">int</span> a<span class=\"hl-symbol\">;</span>\n"
             "<span class=\"hl-type\">int</span> b<span class=\"hl-symbol\">;</span></pre>");
+}
+
+}  // namespace
+}  // namespace kv
+
+namespace kv {
+namespace {
+
+std::string textOf(const CodeLine& line) {
+  std::string s;
+  for (const auto& t : line) s += t.Text;
+  return s;
+}
+
+std::string withoutBlanks(std::string s) {
+  std::erase(s, ' ');
+  return s;
+}
+
+// Over many generated lines: no piece is wider than the width unless it is one character, no
+// character is lost, doubled or cut in half, and colours stay with their text.
+TEST(WrapCodeLine, KeepsEveryCharacterAndTheWidth) {
+  const char* const alphabet[] = {" ", " ", "a", "b", "é", "😀", "\xE2\x82\xAC"};
+  std::mt19937 random(11);
+  for (int round = 0; round < 2000; ++round) {
+    CodeLine line;
+    const int tokens = 1 + int(random() % 4);
+    for (int t = 0; t < tokens; ++t) {
+      std::string s;
+      for (int n = 1 + int(random() % 12); n > 0; --n) s += alphabet[random() % std::size(alphabet)];
+      line.push_back({t % 2 ? "keyword" : "", s});
+    }
+    const long width = 1 + long(random() % 12);
+    const std::vector<CodeLine> pieces = WrapCodeLine(line, width);
+    std::string joined;
+    for (const CodeLine& piece : pieces) {
+      const std::string s = textOf(piece);
+      const std::u32string chars = text::toUtf32(s);
+      EXPECT_TRUE(text::length(s) <= width || chars.size() == 1) << s << " / " << width;
+      EXPECT_EQ(s.find("\xEF\xBF\xBD"), std::string::npos) << s;
+      joined += s;
+      for (const CodeToken& t : piece)
+        if (t.Class == "keyword") {
+          // Keyword text of a piece comes from a keyword token of the line.
+          bool found = false;
+          for (const CodeToken& original : line)
+            found = found || (original.Class == "keyword" && original.Text.find(t.Text) != std::string::npos);
+          EXPECT_TRUE(found) << t.Text;
+        }
+    }
+    EXPECT_EQ(withoutBlanks(joined), withoutBlanks(textOf(line))) << width;
+  }
 }
 
 }  // namespace

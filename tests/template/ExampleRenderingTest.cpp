@@ -1,5 +1,5 @@
 // Examples as pages show them: the frame and its title, code from the example or from a file
-// beside the project, comment text read back as code, and wrapping at the width.
+// beside the project, and comment text read back as code.
 #include <gtest/gtest.h>
 
 #include "support/Files.h"
@@ -69,12 +69,6 @@ TEST(ExampleRendering, CommentCodeIsReadBackFromTheInternalForm) {
   e.FromComment = false;  // model code is taken as it stands
   EXPECT_EQ(ExampleHtml(e, "", false, 0),
             "<pre class=\"kvcode\">if (a &amp;lt; b)&lt;br&gt;&amp;nbsp;&amp;nbsp;run();</pre>");
-}
-
-TEST(ExampleRendering, WrapsAtTheWidthInUtf16Units) {
-  Example e = example("größe = äöü + 😀😀;", "", "");
-  e.Highlight = false;
-  EXPECT_EQ(ExampleHtml(e, "", false, 9), "<pre class=\"kvcode\">größe =\näöü +\n😀😀;</pre>");
 }
 
 }  // namespace

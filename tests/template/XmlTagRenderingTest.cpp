@@ -213,3 +213,60 @@ TEST_F(XmlTagTest, MissingConfigurationStylesheetFailsTheTag) {
 
 }  // namespace
 }  // namespace kv
+
+namespace kv {
+namespace {
+
+TEST(XmlInScrap, PutsTheDocumentAndCaptionIntoTheScrap) {
+  struct Case {
+    const char* scrap;
+    const char* caption;
+    const char* html;
+    const char* result;
+  };
+  const Case cases[] = {
+      {"<h4>%%caption%%</h4>%%XML%%", "Größe", "<pre>x</pre>", "<h4>Größe</h4><pre>x</pre>"},
+      {"<h4>%%CAPTION%%</h4>%%XML%%", "", "x", "<h4>&nbsp;</h4>x"},
+      // The document's "%" are kept from the page's expansion; the scrap's own are not touched.
+      {"100%% %%XML%%", "", "%%name%% 50%", "100%% /%/%name/%/% 50/%"},
+      // Only "%%XML%%" in this case takes the document.
+      {"%%xml%%|%%XML%%|%%XML%%", "", "d", "%%xml%%|d|d"},
+      // The caption goes in first, so a caption may itself place the document.
+      {"%%Caption%%", "see %%XML%%", "d", "see d"},
+      {"!MISSING SCRAP '_XML_STATIC'!", "c", "d", "<div class=\"formattedxml\" onclick=\"javascript:cl()\">d</div>"},
+      {"!MISSIN", "c", "d", "!MISSIN"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(XmlInScrap(c.scrap, c.caption, c.html), c.result) << c.scrap;
+}
+
+}  // namespace
+}  // namespace kv
+
+namespace kv {
+namespace {
+
+TEST(XmlTagColours, NamespacesShowWhereTheyAreDeclared) {
+  test::TempFolder folder;
+  test::writeFile(folder.path("a.xml"), "<a xmlns=\"urn:x\" xmlns:p=\"urn:p\"><p:b/><c xmlns=\"urn:y\"/></a>");
+  XmlTagRequest q;
+  q.XmlFile = folder.path("a.xml");
+  q.ConfigPath = KV_SOURCE_CONFIG_DIR;
+  q.Colorized = true;
+  const std::string html = RenderXmlTag(q).Html;
+  const auto declaration = [](const char* name, const char* uri) {
+    return std::string("<span class=\"xmlattrname\">") + name +
+           "</span><span class=\"xmlpunct\">=\"</span><span class=\"xmlattrvalue\">" + uri + "</span>";
+  };
+  const auto count = [&](const std::string& what) {
+    long n = 0;
+    for (auto at = html.find(what); at != std::string::npos; at = html.find(what, at + 1)) ++n;
+    return n;
+  };
+  EXPECT_EQ(count(declaration("xmlns", "urn:x")), 1);
+  EXPECT_EQ(count(declaration("xmlns:p", "urn:p")), 1);  // not repeated on p:b
+  EXPECT_EQ(count(declaration("xmlns", "urn:y")), 1);    // a redeclaration shows where it is made
+  EXPECT_EQ(count("<span class=\"xmltag\">p:b</span>"), 1);
+}
+
+}  // namespace
+}  // namespace kv
