@@ -61,11 +61,11 @@ const MemberTable& vbProject::projectTable() {
       std::string description = MemberTable::arg(a, 0).toString(), text = MemberTable::arg(a, 1).toString();
       return AppendDescription(description, text, a.size() > 2 ? long(a[2].toInteger()) : 0);
     });
-    t.method<P>("AddTaggedComment", [](P& p, const Arguments& a) -> Variant {
+    t.method<P>("AddTaggedComment", [](P&, const Arguments& a) -> Variant {
       auto comments = std::dynamic_pointer_cast<kv::TaggedComments>(MemberTable::arg(a, 0).toObject());
       auto comment = std::dynamic_pointer_cast<TaggedComment>(MemberTable::arg(a, 1).toObject());
       if (!comments || !comment) throw Failure(err::TypeMismatch, "Type mismatch");
-      p.AddTaggedComment(*comments, comment, a.size() > 2 && a[2].toBool(), a.size() > 3 && a[3].toBool());
+      AddTaggedComment(*comments, comment, a.size() > 2 && a[2].toBool(), a.size() > 3 && a[3].toBool());
       return {};
     });
     return t;
@@ -148,7 +148,7 @@ std::string vbProject::AppendDescription(std::string& description, std::string& 
 }
 
 void vbProject::AddTaggedComment(kv::TaggedComments& comments, const TaggedCommentPtr& comment, bool isBuffer,
-                                 bool preserveOriginalTaggedComments) const {
+                                 bool preserveOriginalTaggedComments) {
   if (!comment) throw ObjectNotSet();
   if (!isBuffer) comment->BufferComment(false);
   const auto def = comment->TaggedCommentDef();
@@ -157,7 +157,8 @@ void vbProject::AddTaggedComment(kv::TaggedComments& comments, const TaggedComme
   std::string key = comment->TagIdentifier();
   if (def && isBuffer && !comment->Qualifier().empty()) key += ":" + comment->Qualifier();
   if (def && text::equalsIgnoreCase(def->TagIdentifier, "##EXCLUDE"))
-    if (const ItemPtr owner = comment->Parent()) {
+    // A comment that does not know its item yet belongs to the collection's.
+    if (const ItemPtr owner = comment->Parent() ? comment->Parent() : comments.Owner()) {
       owner->ExcludeFlag(true);
       owner->IncludeFlag(false);
     }

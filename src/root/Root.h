@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "comments/TaggedCommentServices.h"
 #include "host/modMain.h"
 #include "kavrel/model/VBProjectGroup.h"
 #include "template/BlockRendering.h"
@@ -60,6 +61,43 @@ class Root {
   std::shared_ptr<vbProject> NewVBProject() const;
   std::shared_ptr<vbProject> NewDotNetVBProject(const std::string& FileName) const;
   std::shared_ptr<VBProjectGroup> NewVBProjectGroup() const;
+
+  // Tagged comments: adding by the rules of the kind, joining texts, lookups, the text a page
+  // reads, retired kinds, descriptions rebuilt from comments and a new comment file.
+  void AddTaggedComment(TaggedComments& col, const TaggedCommentPtr& tc, bool IsBuffer,
+                        bool PreserveOriginalTaggedComments) const {
+    comments::AddTaggedComment(col, tc, IsBuffer, PreserveOriginalTaggedComments);
+  }
+  std::string AppendDescription(std::string& Description, std::string& NewText, long WrapType = 0) const {
+    return comments::AppendDescription(Description, NewText, WrapType);
+  }
+  TaggedCommentPtr FindTaggedComment(const TaggedComments* col, std::string_view TagIdentifier) const {
+    return comments::FindTaggedComment(col, TagIdentifier);
+  }
+  std::shared_ptr<Parameter> GetParameter(const ItemVector<Parameter>* colP, std::string_view Name) const {
+    return comments::GetParameter(colP, Name);
+  }
+  std::string GetTaggedComment(const ObjectPtr& obj, std::string_view IDs, const TaggedCommentDefs* Defs) const {
+    return comments::GetTaggedComment(obj, IDs, Defs);
+  }
+  std::string GetTaggedCommentEx(const ObjectPtr& obj, std::string_view IDs, const TaggedCommentDefs* Defs,
+                                 const comments::ImageTagCheck& VerifyIMGTags) const {
+    return comments::GetTaggedCommentEx(obj, IDs, Defs, VerifyIMGTags);
+  }
+  std::shared_ptr<TaggedCommentDef> UpgradeTaggedComment(std::string_view TagIdentifier,
+                                                         const TaggedCommentDefs* Defs) const {
+    return comments::UpgradeTaggedComment(TagIdentifier, Defs);
+  }
+  void UpdateObjectDescription(const ObjectPtr& Item, bool Recurse = false) const {
+    comments::UpdateObjectDescription(Item, Recurse);
+  }
+  XMLDocument CreateStandardCommentFile(std::string_view ItemType, std::string_view Moniker) const {
+    return comments::CreateStandardCommentFile(ItemType, Moniker);
+  }
+  bool ItemHasTaggedComments(const ObjectPtr& Item) const { return comments::ItemHasTaggedComments(Item); }
+  bool SupportsTaggedComments(const ObjectPtr& obj) const { return comments::SupportsTaggedComments(obj); }
+  bool IsItemCollection(const ObjectPtr& Item) const { return comments::IsItemCollection(Item); }
+  bool TypeMatch(const ObjectPtr& obj, std::string_view TypeName) const { return kv::TypeMatch(obj, TypeName); }
 
   std::string RegKeyPath() const { return kv::RegKeyPath(); }
   std::string GetAppValue(std::string_view ValueName, std::string_view DefaultValue = {},

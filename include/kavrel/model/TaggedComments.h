@@ -45,6 +45,9 @@ class KV_API TaggedComments : public Object {
   void Remove(std::string_view key);
   void Clear() { mItems.Clear(); }
 
+  // The item whose comments these are, or nullptr.
+  std::shared_ptr<kv::Item> Owner() const { return mOwner.lock(); }
+
   bool CollectionIsNotKeyed_SearchByTagID() const { return mNotKeyed; }
   void CollectionIsNotKeyed_SearchByTagID(bool v) { mNotKeyed = v; }
 

@@ -64,9 +64,10 @@ class KV_API vbProject : public DocumentedItem {
   // paragraphs, anything else by a blank. Both arguments take the result too.
   static std::string AppendDescription(std::string& description, std::string& text, long wrap = 0);
   // Adds `comment` to `comments` by the rules of its kind: kinds whose entries merge join their
-  // text into the comment already there; others stand side by side.
-  void AddTaggedComment(kv::TaggedComments& comments, const TaggedCommentPtr& comment, bool isBuffer = false,
-                        bool preserveOriginalTaggedComments = false) const;
+  // text into the comment already there; others stand side by side. The comment services of the
+  // library publish both rules; they live here because the model offers them to plug-ins too.
+  static void AddTaggedComment(kv::TaggedComments& comments, const TaggedCommentPtr& comment, bool isBuffer = false,
+                               bool preserveOriginalTaggedComments = false);
 
   bool ForEachChild(const Visitor& visit) const override;
 
