@@ -60,6 +60,7 @@ std::shared_ptr<DataProvider> CommonProvider::Clone() {
   clone->SetCurrentItem(mNamespaceDef, mCurrentItem, mCurrentItemType, mCurrentParentItem);
   clone->CurrentRootItem(mCurrentRootItem);
   clone->mKVProject = mKVProject;
+  clone->ExampleWrapLength = ExampleWrapLength;
   return clone;
 }
 

@@ -23,6 +23,8 @@ class CommonProvider : public DataProvider {
   bool ForEdit = false;
   // The text of the design view's banner.
   std::string DesignBanner;
+  // The column at which the lines of example code wrap; the application sets its own.
+  long ExampleWrapLength = 80;
 
   std::shared_ptr<kv::KVProject> KVProject() const { return mKVProject.lock(); }
   void KVProject(const std::shared_ptr<kv::KVProject>& project) { mKVProject = project; }
@@ -58,6 +60,8 @@ class CommonProvider : public DataProvider {
   struct Row;
   std::string InternalParseForProperties(std::string_view Text);
   std::string VariableLookup(std::string_view Name);
+  // The "xml" tag: the document the tag names in its wrapper scrap.
+  std::string xmlTag(const ParserElement& Element);
 
   // The rows of the property table, see CommonProvider.cpp.
   std::string itemQualifiedName();

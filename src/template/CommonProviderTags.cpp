@@ -1,15 +1,21 @@
 // The tags of a layout that the common provider answers: the entry checks every tag passes
-// (kind, "type", "condition") and the tags that rest on the provider's own properties.
+// (kind, "type", "condition"), then the tags in the order they are compared.
 #include "definitions/Configuration.h"
+#include "definitions/Template.h"
 #include "files/EscapeText.h"
 #include "kavrel/Failure.h"
+#include "kavrel/FileSystem.h"
 #include "kavrel/ParserElement.h"
 #include "kavrel/Text.h"
+#include "kavrel/model/Example.h"
 #include "project/KVDocType.h"
 #include "project/KVProject.h"
 #include "template/CommonProvider.h"
 #include "template/ElementCondition.h"
+#include "template/ExampleRendering.h"
+#include "template/ParserTemplate.h"
 #include "template/TextExpansion.h"
+#include "template/XmlTagRendering.h"
 
 namespace kv {
 namespace {
@@ -22,6 +28,49 @@ const std::string& required(const ParserElement& element, std::string_view name)
 std::string optional(const ParserElement& element, std::string_view name) {
   const std::string* value = element.Parameters().Find(name);
   return value ? *value : std::string();
+}
+
+// A switch of the "xml" tag: on when present and not "false".
+bool switchOn(const ParserElement& element, std::string_view name) {
+  const std::string* value = element.Parameters().Find(name);
+  return value && !text::equalsIgnoreCase(*value, "false");
+}
+
+// Text that the page takes as it stands: its "%" are written "/%", which the parser turns back
+// into "%" once no reference can be read into them.
+std::string protectPercent(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (const char c : text) {
+    if (c == '%') out += '/';
+    out += c;
+  }
+  return out;
+}
+
+// `s` with every `what` replaced, letters of `what` matching either case.
+std::string replaceIgnoringCase(std::string s, std::string_view what, std::string_view with) {
+  for (long at = text::find(s, what, 1, true); at > 0; at = text::find(s, what, at + long(with.size()), true))
+    s.replace(std::size_t(at - 1), what.size(), with);
+  return s;
+}
+
+// The file an "include" tag names, read whole. The name is taken in lower case, as layouts
+// written for case-blind file systems expect; a file whose name has capitals is still found
+// under the name as written. A name that starts with a separator is absolute; any other lies
+// below the template's folder.
+std::string includedFile(const std::string& rootFolder, const std::string& written) {
+  const std::string source = text::toLower(written);
+  for (const std::string& name : {source, written}) {
+    FileSystem file;
+    if (!name.starts_with('/') && !name.starts_with('\\')) {
+      const FileSystem base(withTrailingSlash(rootFolder));
+      file.MakeRelativeTo(&base);
+    }
+    file.FileName(name);
+    if (file.Exists()) return protectPercent(file.ReadAll());
+  }
+  return "!INCLUDE NOT FOUND '" + source + "'!";
 }
 
 }  // namespace
@@ -48,6 +97,12 @@ std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<
       if (phrase.find("%%") != std::string::npos) phrase = ParseForProperties(phrase);
       return phrase;
     }
+    if (type == "include") {
+      step = 8;
+      const auto docType = project()->CurrentDocType();
+      if (!docType) throw ObjectNotSet();
+      return includedFile(docType->Template()->RootFolder(), required(Element, "source"));
+    }
     if (type == "variable") {
       step = 4;
       return GetProperty(required(Element, "name"));
@@ -64,6 +119,50 @@ std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<
         return found->second;
       });
     }
+    if (type == "designlist") {
+      step = 9;
+      if (designSkipped() || !ForEdit) return std::string(ParserTemplate::Discard);
+      std::string list = project()->Scrap("_DESIGN_LIST");
+      if (const std::string* itemType = Element.Parameters().Find("itemtype"))
+        list = text::replaceAll(list, "%%itemtype%%", *itemType);
+      if (const std::string* identifier = Element.Parameters().Find("tagidentifier"))
+        list = text::replaceAll(list, "%%tagidentifier%%", *identifier);
+      return list;
+    }
+    if (type == "designbanner") {
+      step = 10;
+      if (!ForEdit) return std::string(ParserTemplate::Discard);
+      const auto p = project();
+      std::string banner = p->Scrap("_DESIGN_SUPPORT");
+      if (!DesignBanner.empty())
+        banner += replaceIgnoringCase(p->Scrap("_DESIGN_BANNER"), "%%bannercontents%%", DesignBanner);
+      return banner;
+    }
+    if (type == "xml") {
+      step = 11;
+      return xmlTag(Element);
+    }
+    if (type == "checkforfile") {
+      step = 12;
+      const std::string name = optional(Element, "filename");
+      if (name.empty()) return std::string(ParserTemplate::Discard);
+      const FileSystem base(withTrailingSlash(project()->OutputFolder()));
+      FileSystem file;
+      file.MakeRelativeTo(&base);
+      file.FileName(name);
+      if (!file.Exists()) return std::string(ParserTemplate::Discard);
+      return text::equalsIgnoreCase(optional(Element, "relative"), "false") ? file.FileName() : file.RelativeName();
+    }
+    if (type == "examplecode") {
+      step = 13;
+      if (!TypeMatch(mCurrentItem, "Example")) return {};
+      // An item that only calls itself an example has no code to show.
+      const auto example = std::dynamic_pointer_cast<Example>(mCurrentItem);
+      if (!example) throw ObjectNotSet();
+      const auto p = project();
+      const std::string projectFolder = p->KVProjectFileName ? p->KVProjectFileName->Folder() : std::string();
+      return protectPercent(ExampleHtml(*example, projectFolder, true, ExampleWrapLength));
+    }
     if (type == "helpprojecttitle") {
       step = 6;
       const std::string title = project()->ProjectGroupName();
@@ -78,6 +177,25 @@ std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<
   } catch (...) {
     return "!ERROR " + std::to_string(currentFailureNumber()) + "." + std::to_string(step) + " FETCHING ELEMENT!";
   }
+}
+
+std::string CommonProvider::xmlTag(const ParserElement& Element) {
+  const auto p = project();
+  XmlTagRequest request;
+  request.XmlFile = p->FromRelativeFileNAme(optional(Element, "file"));
+  request.XslParameter = optional(Element, "xslfile");
+  if (!request.XslParameter.empty()) request.XslFile = p->FromRelativeFileNAme(request.XslParameter);
+  request.Colorized = switchOn(Element, "colorized");
+  request.Dynamic = switchOn(Element, "dynamic");
+  request.XPath = optional(Element, "xpath");
+  request.ConfigPath = ConfigurationRoot::instance().ConfigPath();
+  const XmlTagResult result = RenderXmlTag(request);
+  for (const std::string& error : result.Errors) p->RaiseBuildError(error, KVError);
+  if (!result.HasDocument) return std::string(ParserTemplate::Discard);
+
+  const std::string scrapName = optional(Element, "scrap");
+  const std::string scrap = p->Scrap(!scrapName.empty() ? scrapName : request.Dynamic ? "_XML_DYNAMIC" : "_XML_STATIC");
+  return XmlInScrap(scrap, optional(Element, "caption"), result.Html);
 }
 
 }  // namespace kv
