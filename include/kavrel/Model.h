@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kavrel/model/Atom.h"
+#include "kavrel/model/BaseType.h"
 #include "kavrel/model/Block.h"
 #include "kavrel/model/Component.h"
 #include "kavrel/model/ComponentMember.h"

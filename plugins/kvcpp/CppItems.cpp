@@ -101,6 +101,11 @@ void CppItems::AddClass(const Declaration& decl) {
   mProject->Add(c);
   mClasses.push_back(c);
   for (const auto& p : decl.TemplateParameters) c->AddGenericArgument(p.Name)->Constraints(templateParameter(p));
+  for (const auto& b : decl.Bases) {
+    auto base = c->AddBaseType(Atom(b.Type));
+    base->Access(AccessName(b.AccessLevel));
+    base->IsVirtual(b.Virtual);
+  }
   Comment(*c, decl.Comment);
   for (const auto& child : decl.Children) {
     if (isType(child->Kind))

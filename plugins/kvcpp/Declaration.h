@@ -56,6 +56,12 @@ struct CppParameter {
   std::string Default;  // the default argument's text, if any
 };
 
+struct CppBase {
+  std::string Type;  // as the declaration writes it: "Base<T>", an alias by its own name
+  Access AccessLevel = Access::None;
+  bool Virtual = false;
+};
+
 struct Declaration {
   DeclKind Kind = DeclKind::Namespace;
   std::string Name;           // "vector", "operator==", "~Widget"
@@ -70,7 +76,7 @@ struct Declaration {
   unsigned Flags = 0;
   std::vector<CppParameter> Parameters;
   std::vector<CppParameter> TemplateParameters;
-  std::vector<std::string> Bases;  // "public Base<T>"
+  std::vector<CppBase> Bases;
   DocComment Comment;
   std::vector<std::unique_ptr<Declaration>> Children;
 

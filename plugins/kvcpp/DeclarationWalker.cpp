@@ -320,11 +320,8 @@ void DeclarationWalker::Record(CXCursor cursor, Declaration& scope, std::string 
       cursor,
       [](CXCursor child, CXCursor, CXClientData data) {
         if (clang_getCursorKind(child) != CXCursor_CXXBaseSpecifier) return CXChildVisit_Continue;
-        std::string base = AccessName(accessOf(child));
-        if (clang_isVirtualBase(child)) base += " virtual";
-        if (!base.empty()) base += ' ';
-        base += typeText(clang_getCursorType(child));
-        static_cast<Bases*>(data)->Decl->Bases.push_back(base);
+        static_cast<Bases*>(data)->Decl->Bases.push_back(
+            {typeText(clang_getCursorType(child)), accessOf(child), clang_isVirtualBase(child) != 0});
         return CXChildVisit_Continue;
       },
       &bases);

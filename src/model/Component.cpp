@@ -37,6 +37,8 @@ const MemberTable& Component::componentTable() {
     t.property<C>("GenericArguments",
                   [](const C& c) -> Variant { return ItemListView::Of("GenericArguments", c, c.GenericArguments()); });
     t.property<C>("HasGenericArguments", [](const C& c) -> Variant { return c.HasGenericArguments(); });
+    t.property<C>("BaseTypes", [](const C& c) -> Variant { return ItemListView::Of("BaseTypes", c, c.BaseTypes()); });
+    t.property<C>("HasBaseTypes", [](const C& c) -> Variant { return c.HasBaseTypes(); });
     t.property<C>("Block", [](const C& c) -> Variant { return c.Block(); });
     t.property<C>("vbProject", [](const C& c) -> Variant { return c.vbProject(); });
     t.property<C>(
@@ -124,6 +126,10 @@ std::shared_ptr<Variable> Component::AddVariable(Atom name, Atom typeText) {
 
 std::shared_ptr<GenericArgument> Component::AddGenericArgument(Atom name) {
   return adopt(mGenericArguments, std::make_shared<GenericArgument>(name));
+}
+
+std::shared_ptr<BaseType> Component::AddBaseType(Atom name) {
+  return adopt(mBaseTypes, std::make_shared<BaseType>(name));
 }
 
 std::shared_ptr<vbProject> Component::vbProject() const {

@@ -126,5 +126,34 @@ TEST_F(CppItemsTest, ItemsFollowTheDefinitionsAndTheAccessFilter) {
   EXPECT_TRUE(names(defs::Header, point, {}).empty());
 }
 
+// Bases are read by member name, as link and diagram features read them: "access [virtual] type".
+TEST_F(CppItemsTest, BasesKeepTheirAccessAndVirtualness) {
+  const CppItems items = make("bases", {});
+  const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
+      {"shapes~Shape", {}},
+      {"shapes~Plain", {"private Shape"}},
+      {"shapes~Open", {"public Shape"}},
+      {"shapes~Mixed", {"public Shape", "protected virtual Named", "private Counted"}},
+      {"shapes~Box", {"public Holder<T>", "public virtual Shape"}},
+      {"shapes~Circle", {"public Holder<Circle>"}},
+      {"shapes~ViaAlias", {"public ShapeAlias"}},
+  };
+  for (const auto& [name, expected] : cases) {
+    const ItemPtr item = items.Find(name);
+    ASSERT_TRUE(item) << name;
+    const ObjectPtr list = item->get("BaseTypes").toObject();
+    ASSERT_TRUE(list) << name;
+    EXPECT_EQ(item->get("HasBaseTypes").toBool(), !expected.empty()) << name;
+    std::vector<std::string> bases;
+    for (std::int64_t i = 1; i <= list->get("Count").toInteger(); ++i) {
+      const ObjectPtr base = list->call("Item", {i}).toObject();
+      std::string text = base->get("Access").toString();
+      if (base->get("IsVirtual").toBool()) text += " virtual";
+      bases.push_back(text + " " + base->get("Name").toString());
+    }
+    EXPECT_EQ(bases, expected) << name;
+  }
+}
+
 }  // namespace
 }  // namespace kv::cpp

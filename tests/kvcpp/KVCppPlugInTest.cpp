@@ -109,9 +109,16 @@ TEST_F(KVCppPlugIn, ItemsFollowTheTemplatesDefinitionsAndTheAccessFilters) {
 
 TEST_F(KVCppPlugIn, ABuildLogsTheErrorsOfBrokenHeadersAsWarningsWithFileAndLine) {
   const std::string project = newProject("broken");
-  const ProcessResult r = run({"build", project, "--output", temp.path("out"), "--no-compile"});
+  // The log keeps its prefix on standard output; standard error has the lines editors read.
+  const ProcessResult r = RunProcess(
+      {"/bin/sh", "-c", std::string(KV_KAVREL_EXE) + " build api.kvp --output out --no-compile 2>stderr.txt"},
+      temp.path());
   EXPECT_EQ(r.ExitCode, 0) << r.Output;
-  EXPECT_THAT(r.Output, HasSubstr(temp.path("broken/b_broken.h") + ":2: warning: 'no/such/header.h' file not found"));
+  const std::string warning = temp.path("broken/b_broken.h") + ":2: warning: 'no/such/header.h' file not found";
+  EXPECT_THAT(r.Output, HasSubstr("Build Warning: " + warning));
+  const std::string errors = "\n" + test::readFile(temp.path("stderr.txt"));
+  EXPECT_THAT(errors, HasSubstr("\n" + warning + "\n"));
+  EXPECT_THAT(errors, Not(HasSubstr("Build Warning")));
   const ProcessResult items = run({"items", project});
   EXPECT_THAT(items.Output, HasSubstr("KV:Class Component late~Survivor"));
 }

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <regex>
 
 #include "Commands.h"
 #include "ConsoleHost.h"
@@ -46,14 +47,31 @@ class OutputSink : public kv::KVProjectBuildEvents {
  public:
   void GenericProgressMessage(const std::string& Text) override {
     if (Text.starts_with("Runtime error ") && Text.ends_with("Build failed.")) failed = true;
+    print(Text, std::cout);
+  }
+  void print(const std::string& line, std::ostream& out) const {
     if (auto dialog = busy.lock()) {
-      dialog->PrintLine(Text);
+      dialog->PrintLine(line, out);
     } else {
-      std::cout << Text << '\n' << std::flush;
+      out << line << '\n' << std::flush;
     }
   }
   std::weak_ptr<ConsoleBusyDialog> busy;
   bool failed = false;
+};
+
+// Diagnostics of the sources a doc type reads ("file:line: warning: text") also go to standard
+// error as they are, where editors and build tools look for them; the log keeps its own prefix.
+class DiagnosticSink : public kv::KVProjectEvents {
+ public:
+  explicit DiagnosticSink(std::shared_ptr<const OutputSink> output) : mOutput(std::move(output)) {}
+  void BuildError(const std::string& Text, kv::KVErrorLevel /*Level*/) override {
+    static const std::regex located(R"(^[^:\n]+:[0-9]+:(?:[0-9]+:)? (?:warning|error|note): .*)");
+    if (std::regex_match(Text, located)) mOutput->print(Text, std::cerr);
+  }
+
+ private:
+  std::shared_ptr<const OutputSink> mOutput;
 };
 
 int runBuild(const BuildOptions& options) {
@@ -80,6 +98,8 @@ int runBuild(const BuildOptions& options) {
   auto sink = std::make_shared<OutputSink>();
   kv::KVProjectBuild driver;
   driver.Subscribe(sink);
+  auto diagnostics = std::make_shared<DiagnosticSink>(sink);
+  project->Subscribe(diagnostics);
   driver.BusyDialogFactory = [&]() -> std::shared_ptr<kv::BusyDialog> {
     std::shared_ptr<ConsoleBusyDialog> dialog;
     if (terminal) {
@@ -116,6 +136,7 @@ int runBuild(const BuildOptions& options) {
   const bool helpFileMissing =
       compiled && driver.HelpCompileResult == kv::HelpCompileOK && driver.ResultSound() == "alert.wav";
   driver.Terminate();
+  project->Unsubscribe(diagnostics.get());
   project->DoEvents = nullptr;
   project->Terminate();
   signal(SIGINT, SIG_DFL);

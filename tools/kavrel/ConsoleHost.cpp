@@ -72,8 +72,8 @@ void ConsoleBusyDialog::Hide() {
   mVisible = false;
 }
 
-void ConsoleBusyDialog::PrintLine(const std::string& line) {
-  std::cout << line << '\n' << std::flush;
+void ConsoleBusyDialog::PrintLine(const std::string& line, std::ostream& out) {
+  out << line << '\n' << std::flush;
 }
 
 void ConsoleBusyDialog::CancelPressed() {
@@ -143,11 +143,11 @@ void TerminalBusyDialog::Hide() {
   std::cerr << std::flush;
 }
 
-void TerminalBusyDialog::PrintLine(const std::string& line) {
+void TerminalBusyDialog::PrintLine(const std::string& line, std::ostream& out) {
   const bool drawn = mDrawnLines > 0;
   Erase();
   std::cerr << std::flush;
-  std::cout << line << '\n' << std::flush;
+  out << line << '\n' << std::flush;
   // Kept on top, the display comes back below the line at once; otherwise with its next change.
   if (drawn && mOnTop) Draw();
 }

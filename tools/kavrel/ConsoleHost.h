@@ -2,6 +2,7 @@
 // lines elsewhere), questions on the terminal, and the results page written to a file.
 #pragma once
 
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
@@ -28,8 +29,8 @@ class ConsoleBusyDialog : public kv::BusyDialog {
   void Show() override;
   void Hide() override;
 
-  // Prints a line of build output on standard output without breaking the display.
-  virtual void PrintLine(const std::string& line);
+  // Prints a line of build output on `out` (standard output or error) without breaking the display.
+  virtual void PrintLine(const std::string& line, std::ostream& out);
   // Passes an interrupt from the keyboard on as a press of Cancel, when Cancel is enabled.
   void CancelPressed();
 
@@ -53,7 +54,7 @@ class ConsoleBusyDialog : public kv::BusyDialog {
 class TerminalBusyDialog : public ConsoleBusyDialog {
  public:
   void Hide() override;
-  void PrintLine(const std::string& line) override;
+  void PrintLine(const std::string& line, std::ostream& out) override;
 
  protected:
   void Changed() override;

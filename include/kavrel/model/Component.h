@@ -5,6 +5,7 @@
 #include <string>
 
 #include "kavrel/Export.h"
+#include "kavrel/model/BaseType.h"
 #include "kavrel/model/Block.h"
 #include "kavrel/model/Enumeration.h"
 #include "kavrel/model/ItemList.h"
@@ -34,6 +35,10 @@ class KV_API Component : public DocumentedItem {
   const ItemVector<Variable>& Variables() const { return mVariables; }
   const ItemVector<GenericArgument>& GenericArguments() const { return mGenericArguments; }
   bool HasGenericArguments() const { return !mGenericArguments.empty(); }
+  // The types this component derives from, in declaration order. They are references, not
+  // members: pages do not list them among the children.
+  const ItemVector<BaseType>& BaseTypes() const { return mBaseTypes; }
+  bool HasBaseTypes() const { return !mBaseTypes.empty(); }
   // A delegate's signature, when the component is a delegate.
   const std::shared_ptr<kv::Block>& Block() const { return mBlock; }
   void Block(std::shared_ptr<kv::Block> b);
@@ -49,6 +54,7 @@ class KV_API Component : public DocumentedItem {
   std::shared_ptr<DeclareDeclaration> AddDeclaration(Atom name);
   std::shared_ptr<Variable> AddVariable(Atom name, Atom typeText = {});
   std::shared_ptr<GenericArgument> AddGenericArgument(Atom name);
+  std::shared_ptr<BaseType> AddBaseType(Atom name);
   // Adopts a member made elsewhere: a plug-in's own kind derived from one of these.
   void Add(std::shared_ptr<kv::Block> block);
   void Add(std::shared_ptr<Enumeration> enumeration);
@@ -100,6 +106,7 @@ class KV_API Component : public DocumentedItem {
   ItemVector<DeclareDeclaration> mDeclarations;
   ItemVector<Variable> mVariables;
   ItemVector<GenericArgument> mGenericArguments;
+  ItemVector<BaseType> mBaseTypes;
   std::shared_ptr<kv::Block> mBlock;
 };
 
