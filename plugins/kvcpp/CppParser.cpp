@@ -112,7 +112,8 @@ void collectDiagnostics(CXTranslationUnit tu, Unit& unit) {
 // it when there is none yet.
 void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plainComments,
                const PrecompiledHeaders* cache = nullptr) {
-  CXIndex index = clang_createIndex(0, 0);
+  // The precompiled header holds system headers only: the walk need not load their declarations.
+  CXIndex index = clang_createIndex(/*excludeDeclarationsFromPCH=*/1, 0);
   std::vector<std::string> withCache = arguments;
   const std::vector<std::string> cached = cache ? cache->Arguments() : std::vector<std::string>();
   withCache.insert(withCache.end(), cached.begin(), cached.end());
