@@ -10,6 +10,7 @@
 #include <thread>
 #include <unordered_set>
 
+#include "ClangText.h"
 #include "DeclarationWalker.h"
 #include "PrecompiledHeaders.h"
 
@@ -17,13 +18,6 @@ namespace kv::cpp {
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string take(CXString s) {
-  const char* c = clang_getCString(s);
-  std::string out = c ? c : "";
-  clang_disposeString(s);
-  return out;
-}
 
 // The flags of a compile_commands.json that matter for declarations: include folders, defines,
 // forced includes and the standard, from every command, each once.

@@ -3,15 +3,10 @@
 #include <cctype>
 #include <filesystem>
 
+#include "ClangText.h"
+
 namespace kv::cpp {
 namespace {
-
-std::string take(CXString s) {
-  const char* c = clang_getCString(s);
-  std::string out = c ? c : "";
-  clang_disposeString(s);
-  return out;
-}
 
 std::string spelling(CXCursor c) {
   return take(clang_getCursorSpelling(c));

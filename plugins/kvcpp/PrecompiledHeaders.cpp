@@ -6,17 +6,12 @@
 #include <filesystem>
 #include <set>
 
+#include "ClangText.h"
+
 namespace kv::cpp {
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string take(CXString s) {
-  const char* c = clang_getCString(s);
-  std::string out = c ? c : "";
-  clang_disposeString(s);
-  return out;
-}
 
 std::string cacheFolder() {
   const char* xdg = std::getenv("XDG_CACHE_HOME");
