@@ -41,6 +41,8 @@ KV_API bool startsWithIgnoreCase(std::string_view s, std::string_view prefix);
 KV_API bool endsWithIgnoreCase(std::string_view s, std::string_view suffix);
 
 KV_API std::string replaceAll(std::string_view s, std::string_view what, std::string_view with);
+// The same with the ASCII letters of `what` matching either case.
+KV_API std::string replaceAllIgnoringCase(std::string_view s, std::string_view what, std::string_view with);
 
 // Blank (U+0020) trimming, as the object model trims.
 KV_API std::string trim(std::string_view s);

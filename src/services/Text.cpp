@@ -243,6 +243,25 @@ std::string replaceAll(std::string_view s, std::string_view what, std::string_vi
   return out;
 }
 
+std::string replaceAllIgnoringCase(std::string_view s, std::string_view what, std::string_view with) {
+  if (what.empty()) return std::string(s);
+  const auto same = [](char a, char b) {
+    return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+  };
+  std::string out;
+  out.reserve(s.size());
+  std::size_t i = 0;
+  while (i < s.size()) {
+    if (s.size() - i >= what.size() && std::equal(what.begin(), what.end(), s.begin() + long(i), same)) {
+      out += with;
+      i += what.size();
+    } else {
+      out += s[i++];
+    }
+  }
+  return out;
+}
+
 std::string trimLeft(std::string_view s) {
   size_t b = s.find_first_not_of(' ');
   return b == std::string_view::npos ? std::string() : std::string(s.substr(b));

@@ -48,13 +48,6 @@ std::string protectPercent(std::string_view text) {
   return out;
 }
 
-// `s` with every `what` replaced, letters of `what` matching either case.
-std::string replaceIgnoringCase(std::string s, std::string_view what, std::string_view with) {
-  for (long at = text::find(s, what, 1, true); at > 0; at = text::find(s, what, at + long(with.size()), true))
-    s.replace(std::size_t(at - 1), what.size(), with);
-  return s;
-}
-
 // The file an "include" tag names, read whole. The name is taken in lower case, as layouts
 // written for case-blind file systems expect; a file whose name has capitals is still found
 // under the name as written. A name that starts with a separator is absolute; any other lies
@@ -135,7 +128,7 @@ std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<
       const auto p = project();
       std::string banner = p->Scrap("_DESIGN_SUPPORT");
       if (!DesignBanner.empty())
-        banner += replaceIgnoringCase(p->Scrap("_DESIGN_BANNER"), "%%bannercontents%%", DesignBanner);
+        banner += text::replaceAllIgnoringCase(p->Scrap("_DESIGN_BANNER"), "%%bannercontents%%", DesignBanner);
       return banner;
     }
     if (type == "xml") {

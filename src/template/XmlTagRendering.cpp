@@ -10,8 +10,6 @@
 #include <libxslt/xsltInternals.h>
 #include <libxslt/xsltutils.h>
 
-#include <algorithm>
-#include <cctype>
 #include <climits>
 #include <memory>
 #include <optional>
@@ -19,6 +17,7 @@
 #include "files/EscapeText.h"
 #include "kavrel/Failure.h"
 #include "kavrel/FileSystem.h"
+#include "kavrel/Text.h"
 
 namespace kv {
 
@@ -216,31 +215,12 @@ std::optional<std::string> readFile(const std::string& path, const char* what, X
   return std::nullopt;
 }
 
-// Replaces every `what` in `s`; with `ignoreCase`, ASCII letters of `what` match either case.
-std::string replace(std::string_view s, std::string_view what, std::string_view with, bool ignoreCase) {
-  const auto same = [&](char a, char b) {
-    return ignoreCase ? std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b))
-                      : a == b;
-  };
-  std::string out;
-  std::size_t i = 0;
-  while (i < s.size()) {
-    if (s.size() - i >= what.size() && std::equal(what.begin(), what.end(), s.begin() + long(i), same)) {
-      out += with;
-      i += what.size();
-    } else {
-      out += s[i++];
-    }
-  }
-  return out;
-}
-
 }  // namespace
 
 std::string XmlInScrap(std::string scrap, std::string_view caption, std::string_view html) {
   if (scrap.starts_with("!MISSING")) scrap = "<div class=\"formattedxml\" onclick=\"javascript:cl()\">%%XML%%</div>";
-  scrap = replace(scrap, "%%Caption%%", caption.empty() ? "&nbsp;" : caption, true);
-  return replace(scrap, "%%XML%%", replace(html, "%", "/%", false), false);
+  scrap = text::replaceAllIgnoringCase(scrap, "%%Caption%%", caption.empty() ? "&nbsp;" : caption);
+  return text::replaceAll(scrap, "%%XML%%", text::replaceAll(html, "%", "/%"));
 }
 
 XmlTagResult RenderXmlTag(const XmlTagRequest& r) {

@@ -44,3 +44,11 @@ TEST(Text, SplitsAndTrims) {
   EXPECT_EQ(trim("  a b  "), "a b");
   EXPECT_EQ(replaceAll("a%%b%%", "%%", "%"), "a%b%");
 }
+
+TEST(Text, ReplacesIgnoringTheCaseOfAsciiLetters) {
+  // Text before the marker that is longer in bytes than in characters must not shift the cut.
+  EXPECT_EQ(replaceAllIgnoringCase("Größe 😀 %%Banner%% und %%BANNER%%", "%%banner%%", "x"), "Größe 😀 x und x");
+  EXPECT_EQ(replaceAllIgnoringCase("%%A%%", "%%a%%", "%%a%%"), "%%a%%");  // no second pass over the result
+  EXPECT_EQ(replaceAllIgnoringCase("ÉÉ", "éé", "x"), "ÉÉ");               // letters beyond ASCII match exactly
+  EXPECT_EQ(replaceAllIgnoringCase("abc", "", "x"), "abc");
+}
