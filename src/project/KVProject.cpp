@@ -7,6 +7,7 @@
 
 #include "comments/KVContentFiles.h"
 #include "definitions/Configuration.h"
+#include "files/ReplaceFile.h"
 #include "files/UnicodeHelpers.h"
 #include "files/XmlValues.h"
 #include "host/FailureHandler.h"
@@ -307,7 +308,7 @@ void KVProject::SaveToFile(const std::string& FileName) {
     SaveBackupFile();
     FileSystem file(FileName);
     file.CreateFolder();
-    file.WriteAll(Save(), codepage::UTF8);
+    replaceFileContents(file.FileName(), Save());
     CommentFiles->SaveFiles();
     FileVersion = "5.0";
   });
@@ -317,7 +318,7 @@ bool KVProject::SaveToDisk() {
   try {
     SaveBackupFile();
     KVProjectFileName->CreateFolder();
-    KVProjectFileName->WriteAll(Save(), codepage::UTF8);
+    replaceFileContents(KVProjectFileName->FileName(), Save());
     if (!CommentFiles->SaveFiles()) return false;
     FileVersion = "5.0";
     return true;

@@ -2,17 +2,14 @@
 // file reads back and saves to the same bytes, that item comments and orphans are written, and
 // that a save that dies or fails half-way leaves the previous file as it was.
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
-#include <functional>
 
 #include "comments/KVContentFile.h"
 #include "kavrel/Model.h"
 #include "kavrel/XmlDocument.h"
+#include "support/FileSizeLimit.h"
 #include "support/Files.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
@@ -285,21 +282,6 @@ TEST_F(ContentFileTest, OrphansOfALoadAreReportedOnce) {
   EXPECT_NE(host.messages()[0].text.find("3 item(s)"), std::string::npos) << host.messages()[0].text;
 }
 
-// Runs `save` in a child process whose files may not grow beyond `limit` bytes; returns the
-// child's wait status.
-int saveLimitedTo(rlim_t limit, bool survive, const std::function<bool()>& save) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    if (survive) std::signal(SIGXFSZ, SIG_IGN);  // the write then fails as on a full disk
-    const rlimit r{limit, limit};
-    ::setrlimit(RLIMIT_FSIZE, &r);
-    ::_exit(save() ? 0 : 1);
-  }
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  return status;
-}
-
 TEST_F(ContentFileTest, ASaveKilledOrFailingHalfWayLeavesThePreviousFile) {
   const std::string path = copySample("settings-4.0.kvc");
   const std::string previous = test::readFile(path);
@@ -311,11 +293,11 @@ TEST_F(ContentFileTest, ASaveKilledOrFailingHalfWayLeavesThePreviousFile) {
   ASSERT_GT(file.SaveText().size(), previous.size() * 4);
   const rlim_t limit = rlim_t(previous.size() * 2);  // room for the backup, not for the new file
 
-  const int killed = saveLimitedTo(limit, false, [&] { return file.SaveFile(); });
+  const int killed = test::saveLimitedTo(limit, false, [&] { return file.SaveFile(); });
   ASSERT_TRUE(WIFSIGNALED(killed) && WTERMSIG(killed) == SIGXFSZ);  // died inside the write
   EXPECT_EQ(test::readFile(path), previous);
 
-  const int failed = saveLimitedTo(limit, true, [&] { return file.SaveFile(); });
+  const int failed = test::saveLimitedTo(limit, true, [&] { return file.SaveFile(); });
   ASSERT_TRUE(WIFEXITED(failed));
   EXPECT_EQ(WEXITSTATUS(failed), 1);  // SaveFile said so
   EXPECT_EQ(test::readFile(path), previous);

@@ -7,6 +7,8 @@
 #include "kavrel/ClassRegistry.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
+#include "support/FileSizeLimit.h"
+#include "support/Files.h"
 #include "support/TempFolder.h"
 
 namespace kv {
@@ -248,6 +250,25 @@ TEST_F(ProjectTest, SavingToANewNameBacksUpTheOldFileAndKeepsTheProjectsOwnName)
   project->KVProjectFileName->FileName(temp.path("file-as-folder.kvp/x.kvp"));
   std::ofstream(temp.path("file-as-folder.kvp")) << "not a folder";
   EXPECT_FALSE(project->SaveToDisk());
+}
+
+TEST_F(ProjectTest, ASaveKilledOrFailingHalfWayLeavesThePreviousProjectFile) {
+  test::TempFolder temp;
+  const std::string own = temp.path("own.kvp");
+  project->KVProjectFileName->FileName(own);
+  ASSERT_TRUE(project->SaveToDisk());
+  const std::string previous = test::readFile(own);
+  project->ProjectGroupName(std::string(previous.size() * 4, 'x'));
+  const rlim_t limit = rlim_t(previous.size() * 2);  // room for the backup, not for the new file
+
+  const int killed = test::saveLimitedTo(limit, false, [&] { return project->SaveToDisk(); });
+  ASSERT_TRUE(WIFSIGNALED(killed) && WTERMSIG(killed) == SIGXFSZ);  // died inside the write
+  EXPECT_EQ(test::readFile(own), previous);
+
+  const int failed = test::saveLimitedTo(limit, true, [&] { return project->SaveToDisk(); });
+  ASSERT_TRUE(WIFEXITED(failed));
+  EXPECT_EQ(WEXITSTATUS(failed), 1);
+  EXPECT_EQ(test::readFile(own), previous);
 }
 
 TEST_F(ProjectTest, CancelTellsTheHostAndIsReadAtCancelPoints) {
