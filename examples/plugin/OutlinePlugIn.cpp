@@ -145,17 +145,9 @@ class OutlineProvider : public Object, public INamespaceProvider {
 
   // What this example leaves alone.
   std::shared_ptr<kv::DataProvider> DataProvider() override { return nullptr; }
-  void SetRootItem(const ObjectPtr&) override {}
   std::vector<std::shared_ptr<NamespaceDef>> GetNamespaceDefsOfItem(const ObjectPtr&, const NamespaceDefs&) override {
     return {};
   }
-  void StreamContent(std::shared_ptr<FileSystem>&, const std::string&) override {}
-  void PageOutput(const std::shared_ptr<NamespaceDef>&, const ObjectPtr&, const std::string&, bool, bool) override {}
-  void BeginRootItem(const ObjectPtr&) override {}
-  void EndRootItem(const ObjectPtr&) override {}
-  void BeginChildItem(const ObjectPtr&, const ObjectPtr&) override {}
-  void EndChildItem(const ObjectPtr&, const ObjectPtr&) override {}
-  std::string BrowseForItem(const std::string&) override { return {}; }
   bool ItemExists(const std::string& moniker) override { return std::ifstream(moniker).good(); }
   std::string RelativeMoniker(const std::string& moniker, const std::string&) override { return moniker; }
   std::string AbsoluteMoniker(const std::string& moniker, const std::string&) override { return moniker; }

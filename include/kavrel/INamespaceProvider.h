@@ -33,24 +33,25 @@ class KV_API INamespaceProvider {
   // The provider's data object for pages, the table of contents and the index.
   virtual std::shared_ptr<kv::DataProvider> DataProvider() = 0;
   virtual ObjectPtr LoadRootItem(const std::string& Moniker) = 0;
-  virtual void SetRootItem(const ObjectPtr& Root) = 0;
+  virtual void SetRootItem(const ObjectPtr& /*Root*/) {}
   virtual ObjectPtr GetItemByQualifiedName(const std::string& Name) = 0;
   // The definitions among `NamespaceDefs` that apply to `Item`.
   virtual std::vector<std::shared_ptr<NamespaceDef>> GetNamespaceDefsOfItem(const ObjectPtr& Item,
                                                                             const kv::NamespaceDefs& NamespaceDefs) = 0;
-  // Writes bulk content of the provider's own into the output file, which it may replace.
-  virtual void StreamContent(std::shared_ptr<FileSystem>& OutputFile, const std::string& ContentType) = 0;
+  // Writes bulk content of the provider's own into the output file, which it may replace. The
+  // notifications below do nothing unless a provider has a use for them.
+  virtual void StreamContent(std::shared_ptr<FileSystem>& /*OutputFile*/, const std::string& /*ContentType*/) {}
   // The doc type key, such as "kv.cpp".
   virtual std::string GeneratorName() = 0;
   // Told of each output file; support files come with no definition and no item.
-  virtual void PageOutput(const std::shared_ptr<NamespaceDef>& NamespaceDef, const ObjectPtr& Item,
-                          const std::string& FileName, bool Core, bool Flag) = 0;
-  virtual void BeginRootItem(const ObjectPtr& Item) = 0;
-  virtual void EndRootItem(const ObjectPtr& Item) = 0;
-  virtual void BeginChildItem(const ObjectPtr& RootItem, const ObjectPtr& Item) = 0;
-  virtual void EndChildItem(const ObjectPtr& RootItem, const ObjectPtr& Item) = 0;
+  virtual void PageOutput(const std::shared_ptr<NamespaceDef>& /*NamespaceDef*/, const ObjectPtr& /*Item*/,
+                          const std::string& /*FileName*/, bool /*Core*/, bool /*Flag*/) {}
+  virtual void BeginRootItem(const ObjectPtr& /*Item*/) {}
+  virtual void EndRootItem(const ObjectPtr& /*Item*/) {}
+  virtual void BeginChildItem(const ObjectPtr& /*RootItem*/, const ObjectPtr& /*Item*/) {}
+  virtual void EndChildItem(const ObjectPtr& /*RootItem*/, const ObjectPtr& /*Item*/) {}
   // Asks the user for the new place of an item; empty when there is none.
-  virtual std::string BrowseForItem(const std::string& Moniker) = 0;
+  virtual std::string BrowseForItem(const std::string& /*Moniker*/) { return {}; }
   virtual bool ItemExists(const std::string& Moniker) = 0;
   // A stable text identifying an item.
   virtual std::string MonikerForItem(const ObjectPtr& Item) = 0;

@@ -18,18 +18,10 @@ class KVCppProvider : public Object, public INamespaceProvider {
                           const std::string& Parameters) override;
   std::shared_ptr<kv::DataProvider> DataProvider() override { return nullptr; }
   ObjectPtr LoadRootItem(const std::string& Moniker) override;
-  void SetRootItem(const ObjectPtr&) override {}
   ObjectPtr GetItemByQualifiedName(const std::string& Name) override;
   std::vector<std::shared_ptr<NamespaceDef>> GetNamespaceDefsOfItem(const ObjectPtr& Item,
                                                                     const kv::NamespaceDefs& NamespaceDefs) override;
-  void StreamContent(std::shared_ptr<FileSystem>&, const std::string&) override {}
   std::string GeneratorName() override { return "kv.cpp"; }
-  void PageOutput(const std::shared_ptr<NamespaceDef>&, const ObjectPtr&, const std::string&, bool, bool) override {}
-  void BeginRootItem(const ObjectPtr&) override {}
-  void EndRootItem(const ObjectPtr&) override {}
-  void BeginChildItem(const ObjectPtr&, const ObjectPtr&) override {}
-  void EndChildItem(const ObjectPtr&, const ObjectPtr&) override {}
-  std::string BrowseForItem(const std::string&) override { return {}; }
   bool ItemExists(const std::string& Moniker) override { return LoadRootItem(Moniker) != nullptr; }
   // A header's moniker is its name relative to the sources' common folder.
   std::string MonikerForItem(const ObjectPtr& Item) override;

@@ -172,7 +172,6 @@ class TestProvider : public Object, public INamespaceProvider {
     mRoots.push_back({moniker, model.project});
     return model.project;
   }
-  void SetRootItem(const ObjectPtr&) override {}
   ObjectPtr GetItemByQualifiedName(const std::string& name) override {
     for (const auto& root : mRoots)
       if (ItemPtr found = root.item->FindByQualifiedName(name)) return found;
@@ -182,17 +181,11 @@ class TestProvider : public Object, public INamespaceProvider {
                                                                     const kv::NamespaceDefs&) override {
     return {};
   }
-  void StreamContent(std::shared_ptr<FileSystem>&, const std::string&) override {}
   std::string GeneratorName() override { return "kv.test"; }
   void PageOutput(const std::shared_ptr<NamespaceDef>&, const ObjectPtr&, const std::string& fileName, bool,
                   bool) override {
     mOutputs.push_back(fileName);
   }
-  void BeginRootItem(const ObjectPtr&) override {}
-  void EndRootItem(const ObjectPtr&) override {}
-  void BeginChildItem(const ObjectPtr&, const ObjectPtr&) override {}
-  void EndChildItem(const ObjectPtr&, const ObjectPtr&) override {}
-  std::string BrowseForItem(const std::string&) override { return {}; }
   bool ItemExists(const std::string&) override { return true; }
   std::string MonikerForItem(const ObjectPtr& item) override {
     for (const auto& root : mRoots)

@@ -46,19 +46,11 @@ class TestNamespaceProvider : public Object, public INamespaceProvider {
   }
   std::shared_ptr<kv::DataProvider> DataProvider() override { return provider; }
   ObjectPtr LoadRootItem(const std::string&) override { return nullptr; }
-  void SetRootItem(const ObjectPtr&) override {}
   ObjectPtr GetItemByQualifiedName(const std::string&) override { return nullptr; }
   std::vector<std::shared_ptr<NamespaceDef>> GetNamespaceDefsOfItem(const ObjectPtr&, const NamespaceDefs&) override {
     return {};
   }
-  void StreamContent(std::shared_ptr<FileSystem>&, const std::string&) override {}
   std::string GeneratorName() override { return "kv.test"; }
-  void PageOutput(const std::shared_ptr<NamespaceDef>&, const ObjectPtr&, const std::string&, bool, bool) override {}
-  void BeginRootItem(const ObjectPtr&) override {}
-  void EndRootItem(const ObjectPtr&) override {}
-  void BeginChildItem(const ObjectPtr&, const ObjectPtr&) override {}
-  void EndChildItem(const ObjectPtr&, const ObjectPtr&) override {}
-  std::string BrowseForItem(const std::string&) override { return {}; }
   bool ItemExists(const std::string&) override { return false; }
   std::string MonikerForItem(const ObjectPtr&) override { return {}; }
   std::string RelativeMoniker(const std::string& m, const std::string&) override { return m; }
