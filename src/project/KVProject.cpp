@@ -438,6 +438,8 @@ void KVProject::Terminate() {
     ModelCommentProfiles.reset();
     mCurrentDocType.reset();
     CommunityProperties.reset();
+    mContents.reset();
+    ReleaseKeywordStores();
   });
 }
 
