@@ -82,7 +82,7 @@ KVHelpCompileResultEnum HelpCompile::CompileHTMLHelp(bool fallback) {
 
   std::error_code ec;
   if (!fs::is_regular_file(helpProject, ec)) {
-    appendLine(log, "Error: The help project '" + helpProject + "' was not found, so there was nothing to compile.");
+    appendLine(log, "The help project '" + helpProject + "' was not found, so there was nothing to compile.");
     mProject.CompilerOutput = log;
     return HelpCompileFailed;
   }
@@ -90,7 +90,7 @@ KVHelpCompileResultEnum HelpCompile::CompileHTMLHelp(bool fallback) {
   if (compiler.empty()) compiler = GetCompilerFileName("", true);
   if (compiler.empty()) {
     appendLine(log,
-               "Error: No HTML Help compiler was found. Install chmcmd (package fp-utils) or name a compiler in the "
+               "No HTML Help compiler was found. Install chmcmd (package fp-utils) or name a compiler in the "
                "setting \"HHCPath\".");
     mProject.CompilerOutput = log;
     return HelpCompileFailed;
@@ -103,7 +103,7 @@ KVHelpCompileResultEnum HelpCompile::CompileHTMLHelp(bool fallback) {
   const std::string& output = mProject.CompilerOutput;
   if (!ran || mFatal || !helpFilePresent(helpFile)) {
     if (ran && !helpFilePresent(helpFile))
-      appendLine(mProject.CompilerOutput, "Error: The help compiler did not write the help file '" + helpFile + "'.");
+      appendLine(mProject.CompilerOutput, "The help compiler did not write the help file '" + helpFile + "'.");
     return HelpCompileFailed;
   }
   if (output.find("Warning:") != std::string::npos || output.find("Error:") != std::string::npos) {
@@ -138,19 +138,19 @@ bool HelpCompile::RunCompiler(const std::vector<std::string>& argv, const std::s
   const ProcessResult run = RunProcess(argv, folder, Timeout);
   std::string& log = mProject.CompilerOutput;
   if (!run.Started) {
-    appendLine(log, "Error: The help compiler '" + argv[0] + "' could not be run.");
+    appendLine(log, "The help compiler '" + argv[0] + "' could not be run.");
     return false;
   }
   log += run.Output;
   for (const CompilerMessage& message : ReadCompilerMessages(run.Output)) IHHNotifySink_CompileMessage(message);
   if (run.TimedOut) {
-    appendLine(log, "Error: The help compiler did not finish within " +
+    appendLine(log, "The help compiler did not finish within " +
                         std::to_string(std::chrono::duration_cast<std::chrono::seconds>(Timeout).count()) +
                         " seconds and was stopped.");
     return false;
   }
   if (run.ExitCode > 128) {
-    appendLine(log, "Error: The help compiler ended abnormally (signal " + std::to_string(run.ExitCode - 128) + ").");
+    appendLine(log, "The help compiler ended abnormally (signal " + std::to_string(run.ExitCode - 128) + ").");
     mFatal = true;
   }
   return true;
