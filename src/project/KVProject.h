@@ -110,6 +110,9 @@ class KVProject : public Object, public IKVProject {
   std::string TOCSuffix;
   std::string StubHPJTemplate, StubRTFTemplate, StubRTFTopicTemplate;
   std::string HPJCompilerPath, HHCCompilerPath, HPJCompilerOutput, CompilerOutput;
+  // The output files of this build that the help compile moves beside the help file or removes,
+  // keyed by name; a build creates it, and it is released after the compile.
+  std::shared_ptr<Collection<std::string>> GeneratedFiles;
 
   // --- Settings: the setter marks the project changed only on a real change ---------------
   bool CompileHelpFile() const { return mCompileHelpFile; }
@@ -337,6 +340,9 @@ class KVProject : public Object, public IKVProject {
   void FireUpdateStatusAnim(const std::string& StatusAnimFileName);
   void FireInitialiseStatus(long Index, long MaxValue);
   void FireUpdateStatusByIndex(long Index, const std::string& Caption, long Progress);
+  // Records the file in GeneratedFiles, while there is one, when the compile must handle it: every
+  // file when output files are removed after the compile, otherwise only the Help 2 collection
+  // files ("col_...") and the registration batch files. Then raises ContentCreated.
   void FireContentCreated(const std::string& FileName);
   void FireNamespaceExclusionsChanged();
 
