@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "contents/ContentsWriter.h"
 #include "contents/HelpCompile.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
@@ -10,6 +11,8 @@ namespace kv {
 namespace fs = std::filesystem;
 
 KVBuildResultEnum DefaultBuildSteps::Generate(KVProject& project) {
+  // General files write their table of contents, index and sections through the project.
+  ContentsWriter::Install(std::static_pointer_cast<KVProject>(project.shared_from_this()));
   const std::string folder = project.OutputFolder();
   if (!folder.empty()) fs::create_directories(folder);
   // The doc types prepare around the generation (their plug-ins read the sources and report what
