@@ -6,7 +6,7 @@ packages=(
   build-essential cmake ninja-build pkg-config clang clang-format-14 libclang-rt-14-dev
   libxml2-dev libxslt1-dev libsource-highlight-dev libtidy-dev libpcre2-dev libgd-dev libsqlite3-dev
   libsimpleini-dev libcli11-dev libgtest-dev libgmock-dev libbenchmark-dev
-  fp-utils libchm-bin libclang-16-dev
+  fp-utils libchm-bin libchm-dev libclang-16-dev
 )
 
 missing=()

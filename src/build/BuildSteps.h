@@ -17,8 +17,7 @@ class BuildSteps {
   virtual KVHelpCompileResultEnum Compile(KVProject& project) = 0;
 };
 
-// Prepares the output folder (no pages yet) and compiles the help project with the HTML Help
-// compiler: the settings value "HHCPath", else chmcmd on PATH.
+// Prepares the output folder (no pages yet) and compiles the help project (see HelpCompile).
 class DefaultBuildSteps : public BuildSteps {
  public:
   KVBuildResultEnum Generate(KVProject& project) override;

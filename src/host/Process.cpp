@@ -1,6 +1,8 @@
 #include "host/Process.h"
 
 #include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,7 +15,8 @@ extern char** environ;
 
 namespace kv {
 
-ProcessResult RunProcess(const std::vector<std::string>& argv, const std::string& WorkingFolder) {
+ProcessResult RunProcess(const std::vector<std::string>& argv, const std::string& WorkingFolder,
+                         std::chrono::milliseconds Timeout) {
   ProcessResult result;
   if (argv.empty()) return result;
 
@@ -26,14 +29,20 @@ ProcessResult RunProcess(const std::vector<std::string>& argv, const std::string
   posix_spawn_file_actions_adddup2(&actions, pipeFds[1], 1);
   posix_spawn_file_actions_adddup2(&actions, pipeFds[1], 2);
   if (!WorkingFolder.empty()) posix_spawn_file_actions_addchdir_np(&actions, WorkingFolder.c_str());
+  // A group of its own, so that a timeout ends whatever the program started too.
+  posix_spawnattr_t attributes;
+  posix_spawnattr_init(&attributes);
+  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+  posix_spawnattr_setpgroup(&attributes, 0);
 
   std::vector<char*> args;
   for (const auto& a : argv) args.push_back(const_cast<char*>(a.c_str()));
   args.push_back(nullptr);
 
   pid_t pid = 0;
-  const int spawned = posix_spawnp(&pid, args[0], &actions, nullptr, args.data(), environ);
+  const int spawned = posix_spawnp(&pid, args[0], &actions, &attributes, args.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
+  posix_spawnattr_destroy(&attributes);
   close(pipeFds[1]);
   if (spawned != 0) {
     close(pipeFds[0]);
@@ -41,8 +50,21 @@ ProcessResult RunProcess(const std::vector<std::string>& argv, const std::string
   }
   result.Started = true;
 
+  using Clock = std::chrono::steady_clock;
+  const Clock::time_point deadline = Clock::now() + Timeout;
   char buffer[4096];
   for (;;) {
+    if (Timeout.count() > 0) {
+      const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+      pollfd readable{pipeFds[0], POLLIN, 0};
+      const int ready = left.count() > 0 ? poll(&readable, 1, int(left.count())) : 0;
+      if (ready < 0 && errno == EINTR) continue;
+      if (ready == 0) {
+        result.TimedOut = true;
+        kill(-pid, SIGKILL);
+        break;
+      }
+    }
     const ssize_t n = read(pipeFds[0], buffer, sizeof buffer);
     if (n > 0) {
       result.Output.append(buffer, size_t(n));

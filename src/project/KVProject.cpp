@@ -131,6 +131,10 @@ void KVProject::FireUpdateStatusByIndex(long Index, const std::string& Caption, 
   mSubscribers.Raise([&](KVProjectEvents& e) { e.UpdateStatusByIndex(Index, Caption, Progress); });
 }
 void KVProject::FireContentCreated(const std::string& FileName) {
+  if (GeneratedFiles && !GeneratedFiles->Exists(FileName) &&
+      (mRemoveOutputFilesAfterCompile || text::containsIgnoreCase(FileName, "registerhelp2.bat") ||
+       text::containsIgnoreCase(FileName, "col_")))
+    GeneratedFiles->Add(FileName, FileName);
   mSubscribers.Raise([&](KVProjectEvents& e) { e.ContentCreated(FileName); });
 }
 void KVProject::FireNamespaceExclusionsChanged() {
@@ -442,6 +446,8 @@ void KVProject::Terminate() {
     ModelCommentProfiles.reset();
     mCurrentDocType.reset();
     CommunityProperties.reset();
+    mContents.reset();
+    ReleaseKeywordStores();
   });
 }
 

@@ -45,6 +45,8 @@ class DataProvider;
 class Template;
 class PageLayout;
 class NodeDef;
+class Keywords;
+class ProjectContents;
 
 class KVProject : public Object, public IKVProject {
   struct Token {};
@@ -109,6 +111,9 @@ class KVProject : public Object, public IKVProject {
   std::string TOCSuffix;
   std::string StubHPJTemplate, StubRTFTemplate, StubRTFTopicTemplate;
   std::string HPJCompilerPath, HHCCompilerPath, HPJCompilerOutput, CompilerOutput;
+  // The output files of this build that the help compile moves beside the help file or removes,
+  // keyed by name; a build creates it, and it is released after the compile.
+  std::shared_ptr<Collection<std::string>> GeneratedFiles;
 
   // --- Settings: the setter marks the project changed only on a real change ---------------
   bool CompileHelpFile() const { return mCompileHelpFile; }
@@ -299,6 +304,24 @@ class KVProject : public Object, public IKVProject {
   void CheckOutputPathLength(const std::string& FileName);
   void ResetPathLengthWarning() { mShownPathLengthWarning = false; }
 
+  // --- Keyword stores and bulk content of a build ---------------------------------------------
+  // The stores of index keywords (kind K), associative links (A) and Help 2's F keywords; null
+  // outside a build. NewKeywordStores makes them empty and marks none as written.
+  const std::shared_ptr<Keywords>& KKeywords() const { return mKKeywords; }
+  const std::shared_ptr<Keywords>& AKeywords() const { return mAKeywords; }
+  const std::shared_ptr<Keywords>& FKeywords() const { return mFKeywords; }
+  void NewKeywordStores();
+  void ReleaseKeywordStores();
+  // Whether a store was already completed and sorted for an index in this build.
+  bool KIndexBuilt = false, AIndexBuilt = false, FIndexBuilt = false;
+
+  // What writes tables of contents, indexes and content streams; nothing is written without one.
+  const std::shared_ptr<ProjectContents>& Contents() const { return mContents; }
+  void Contents(std::shared_ptr<ProjectContents> v) { mContents = std::move(v); }
+  void BuildTOC(std::shared_ptr<FileSystem>& OutputFile, const std::shared_ptr<KVDocType>& SpecificDocType = nullptr);
+  void BuildIndex(std::shared_ptr<FileSystem>& OutputFile, const std::string& ScrapName);
+  void StreamContent(std::shared_ptr<FileSystem>& OutputFile, const std::string& ContentType);
+
   // --- Messages and errors ------------------------------------------------------------------
   int ShowMessageBox(const std::string& Message, int Buttons, const std::string& Title) override;
   int InternalShowMessageBox(const std::string& Message, int Buttons, const std::string& Title, int ExplicitDefault);
@@ -318,6 +341,9 @@ class KVProject : public Object, public IKVProject {
   void FireUpdateStatusAnim(const std::string& StatusAnimFileName);
   void FireInitialiseStatus(long Index, long MaxValue);
   void FireUpdateStatusByIndex(long Index, const std::string& Caption, long Progress);
+  // Records the file in GeneratedFiles, while there is one, when the compile must handle it: every
+  // file when output files are removed after the compile, otherwise only the Help 2 collection
+  // files ("col_...") and the registration batch files. Then raises ContentCreated.
   void FireContentCreated(const std::string& FileName);
   void FireNamespaceExclusionsChanged();
 
@@ -413,6 +439,8 @@ class KVProject : public Object, public IKVProject {
   std::shared_ptr<KVDocType> mCurrentDocType;
   std::shared_ptr<Collection<std::shared_ptr<INamespaceProvider>>> mNamespaceProviders;
   Collection<std::string> mCopiedSupportFiles;
+  std::shared_ptr<Keywords> mKKeywords, mAKeywords, mFKeywords;
+  std::shared_ptr<ProjectContents> mContents;
 };
 
 }  // namespace kv

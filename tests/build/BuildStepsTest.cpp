@@ -6,7 +6,6 @@
 
 #include "build/BuildSteps.h"
 #include "host/Process.h"
-#include "host/modMain.h"
 #include "project/KVProject.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
@@ -17,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 
-class HelpCompileTest : public ::testing::Test {
+class BuildStepsTest : public ::testing::Test {
  protected:
   void SetUp() override {
     project = KVProject::New();
@@ -49,14 +48,14 @@ class HelpCompileTest : public ::testing::Test {
   DefaultBuildSteps steps;
 };
 
-TEST_F(HelpCompileTest, GenerationPreparesTheOutputFolder) {
+TEST_F(BuildStepsTest, GenerationPreparesTheOutputFolder) {
   EXPECT_EQ(steps.Generate(*project), BuildResultCompletedOK);
   EXPECT_TRUE(fs::is_directory(temp.path("out")));
   project->Cancel(true);
   EXPECT_EQ(steps.Generate(*project), BuildResultCancelled);
 }
 
-TEST_F(HelpCompileTest, CompilesAHelpFileWithChmcmd) {
+TEST_F(BuildStepsTest, CompilesAHelpFileWithChmcmd) {
   requireCompiler();
   writeHelpProject(false);
   EXPECT_EQ(steps.Compile(*project), HelpCompileOK) << project->CompilerOutput;
@@ -65,31 +64,6 @@ TEST_F(HelpCompileTest, CompilesAHelpFileWithChmcmd) {
   ASSERT_TRUE(listing.Started);
   EXPECT_THAT(listing.Output, HasSubstr("/index.html"));
   EXPECT_THAT(listing.Output, HasSubstr("/hello.hhc"));
-}
-
-TEST_F(HelpCompileTest, CompilerWarningsAreReported) {
-  requireCompiler();
-  writeHelpProject(true);
-  EXPECT_EQ(steps.Compile(*project), HelpCompileCompletedWithErrorsOrWarnings);
-  EXPECT_THAT(project->CompilerOutput, HasSubstr("Warning:"));
-  EXPECT_THAT(project->CompilerOutput, HasSubstr("missing.html"));
-}
-
-TEST_F(HelpCompileTest, MissingHelpProjectFails) {
-  EXPECT_EQ(steps.Compile(*project), HelpCompileFailed);
-  EXPECT_THAT(project->CompilerOutput, HasSubstr(temp.path("out/hello.hhp")));
-}
-
-TEST_F(HelpCompileTest, CompilerFromTheSettings) {
-  writeHelpProject(false);
-  // A compiler that fails, and one that reports success without writing the help file.
-  SetAppValue("HHCPath", "/bin/false");
-  EXPECT_EQ(steps.Compile(*project), HelpCompileFailed);
-  SetAppValue("HHCPath", "/bin/true");
-  EXPECT_EQ(steps.Compile(*project), HelpCompileFailed);
-  SetAppValue("HHCPath", temp.path("no-such-compiler"));
-  EXPECT_EQ(steps.Compile(*project), HelpCompileFailed);
-  EXPECT_THAT(project->CompilerOutput, HasSubstr("could not be run"));
 }
 
 }  // namespace

@@ -324,6 +324,22 @@ TEST_F(BuildTest, FailedCompileStillCompletesTheBuild) {
   EXPECT_TRUE(shown[0].retryAvailable);
 }
 
+TEST_F(BuildTest, FailedCompileLinksToWhatTheCompilerSaid) {
+  steps->compileResults = {HelpCompileFailed};
+  steps->compilerOutput = "EFOpenError: Unable to open file \"missing.html\"";
+  steps->writeHelpFile = false;
+  withResultsDialog();
+  driver.Build(project, false, true);
+
+  EXPECT_TRUE(recorder->said(steps->compilerOutput));
+  EXPECT_EQ(rowsOf(driver.BuildResultsHTML()),
+            "<table cellspacing=0 cellpadding=0>" +
+                row("exclaim.gif", "",
+                    kFailedText + "<br><a href=\"showcompilerlog:\">Click here to view the Compiler Log</a>"));
+  ASSERT_EQ(shown.size(), 1u);
+  EXPECT_EQ(shown[0].compilerLog, steps->compilerOutput);
+}
+
 TEST_F(BuildTest, CompileWithWarningsKeepsTheCompilerLog) {
   steps->compileResults = {HelpCompileCompletedWithErrorsOrWarnings};
   steps->compilerOutput = "Warning: Found file missing.html while scanning index.html";
