@@ -77,6 +77,8 @@ class KV_API XMLNode {
   // Appends a copy of `node` and everything in it, from this document or another, as the last
   // child; returns the copy.
   XMLNode AppendCopy(const XMLNode& node);
+  // Takes the element and everything in it out of its document; the object is of no use after.
+  void Remove();
   // The element and everything in it as XML text, without a declaration.
   std::string Xml() const;
 

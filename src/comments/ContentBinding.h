@@ -5,13 +5,16 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "kavrel/Object.h"
 
 namespace kv {
 
+class INamespaceProvider;
 class KVContentFile;
+class NamespaceDef;
 
 class ContentBinding {
  public:
@@ -23,14 +26,21 @@ class ContentBinding {
   virtual std::string RelativeMoniker(const std::string& moniker, const std::string& path);
   virtual std::string AbsoluteMoniker(const std::string& moniker, const std::string& path);
 
-  // Binds a file that has just been read to its items: loads the root item its moniker names,
-  // sets the file's root item, and applies what the file's comment document holds. False when
-  // the item cannot be found; the file then stays unbound. By default nothing is bound.
+  // Binds a file that has just been read to its items: loads the root item its moniker names and
+  // sets the file's root item; the file then applies its comments to the items. False when the
+  // item cannot be found; the file then stays unbound. By default nothing is bound.
   virtual bool Bind(KVContentFile& file);
 
   // Calls `visit` for `root` and each item below it whose comments the file keeps, depth first,
   // as pages list them. By default the children of the item model.
   virtual void ForEachItem(const ObjectPtr& root, const ItemVisitor& visit);
+
+  // The provider of the doc type's items and the first of its template's namespace definitions;
+  // nothing by default, and then comments are never applied to items.
+  virtual std::shared_ptr<INamespaceProvider> NamespaceProvider() { return nullptr; }
+  virtual std::shared_ptr<NamespaceDef> RootNamespaceDef() { return nullptr; }
+  // The provider of the items of one definition below the root.
+  virtual std::shared_ptr<INamespaceProvider> ProviderOf(const NamespaceDef&) { return NamespaceProvider(); }
 };
 
 }  // namespace kv

@@ -71,6 +71,10 @@ void KVContentFile::Dirty(bool v) {
   mSubscribers.Raise([](KVContentFileEvents& e) { e.DirtyStateChanged(); });
 }
 
+void KVContentFile::takeBinding() {
+  if (Bindings) Binding = Bindings(DocType);
+}
+
 ContentBinding& KVContentFile::binding() {
   if (!Binding) Binding = std::make_shared<ContentBinding>();
   return *Binding;
@@ -90,6 +94,7 @@ void KVContentFile::Load(const XMLNode& e) {
   auto project = KVProject.lock();
   FileName = project ? project->FromRelativeFileNAme(stored) : FileSystem(stored).FileName();
   DocType = attributes.Item("DocType").Value();
+  takeBinding();
   ItemMoniker = binding().AbsoluteMoniker(ReplaceSystemPath(attributes.ValueOr("ItemMoniker")), FileName);
 }
 
@@ -155,8 +160,14 @@ bool KVContentFile::Read(const std::string& text, std::optional<bool> loadOnDema
   OrphanedItems = std::make_shared<KVOrphanedItems>();
   mRootItem.reset();
   mContentDoc = doc;
-  if (!binding().Bind(*this)) return false;
-  // A full load has applied everything it could; what is left has no place to go.
+  mFullyPopulated = false;
+  if (!binding().Bind(*this)) {
+    mContentDoc.reset();
+    return false;
+  }
+  // Loading on demand, what is found now is applied and the rest waits for its items; a full
+  // load applies everything it can, makes orphans of the rest and needs the document no more.
+  if (mRootItem) InternalApplyContent("", !LoadOnDemand);
   if (mRootItem && !LoadOnDemand) mContentDoc.reset();
   if (OrphanedItems->Count() > 0)
     ShowMessage(std::to_string(OrphanedItems->Count()) + " item(s) with comments in the Content File '" + FileName +
@@ -211,6 +222,7 @@ void KVContentFile::ReadAttributes(const XMLNode& root) {
                       "'. They have their default values; save the file to store them again.",
                   mb::Exclamation, "Content File damaged");
   }
+  takeBinding();
   ItemMoniker = binding().AbsoluteMoniker(ReplaceSystemPath(moniker), FileName);
 }
 

@@ -5,9 +5,12 @@
 // through its ContentBinding.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "comments/ContentBinding.h"
 #include "comments/KVOrphanedItems.h"
@@ -18,6 +21,7 @@
 
 namespace kv {
 
+class NamespaceDef;
 class ProjectContext;
 class XMLDocument;
 class XMLNode;
@@ -26,6 +30,9 @@ class KVContentFileEvents {
  public:
   virtual ~KVContentFileEvents() = default;
   virtual void DirtyStateChanged() {}
+  // A provider that loads on demand has loaded the part of the tree below `Item`, and the
+  // comments that `RelevantContentFilter` names have been applied to it.
+  virtual void ItemPopulated(const ObjectPtr& /*Item*/, const std::string& /*RelevantContentFilter*/) {}
 };
 
 class KVContentFile {
@@ -40,6 +47,9 @@ class KVContentFile {
   std::string DocType;
   std::string ItemMoniker;  // absolute; the file stores it relative to itself
   std::shared_ptr<ContentBinding> Binding;
+  // Gives the binding of a doc type by its name (nothing for a doc type that is not known); a
+  // file that reads its doc type takes its binding from here.
+  std::function<std::shared_ptr<ContentBinding>(const std::string& DocType)> Bindings;
 
   // --- The file's settings ---------------------------------------------------------------------
   bool ShowInherited = false;
@@ -100,6 +110,29 @@ class KVContentFile {
   bool LoadText(const std::string& Text, std::optional<bool> LoadOnDemand = {});
   std::string SaveText();
 
+  // --- Comments onto items ------------------------------------------------------------------------
+  // A full load applies every comment at once; one that loads on demand leaves the comments of
+  // items not yet loaded in ContentDocument() until these calls take them.
+  // Applies the comments of the item `QualifiedName` and of everything below it; a comment whose
+  // item is not found becomes an orphan. An empty name applies what is found, everywhere.
+  void ApplyContent(const std::string& QualifiedName);
+  void InternalApplyContent(const std::string& QualifiedNameFilter, bool AddOrphanedItems);
+  // Whether `Name` is `Filter` (ignoring case) or lies below it (a "~" part further).
+  static bool FilterMatch(std::string_view Filter, std::string_view Name);
+  // `Item` and the items below it (by the definitions below `NamespaceDef`) whose having comments
+  // equals `HasContent`, applying their comments first; added to `Collection` when given.
+  std::shared_ptr<std::vector<ObjectPtr>> FindItems(const ObjectPtr& Item,
+                                                    const std::shared_ptr<NamespaceDef>& NamespaceDef, bool HasContent,
+                                                    std::shared_ptr<std::vector<ObjectPtr>> Collection = nullptr);
+  // Kept for providers of the older contract; does nothing.
+  void ItemPopulated(const ObjectPtr&) {}
+  // A provider that loads on demand has loaded `Item`'s part of the tree, whose comments
+  // `RelevantContentFilter` names.
+  void ItemPopulatedEx(const ObjectPtr& Item, const std::string& RelevantContentFilter);
+  // Loads the whole tree on demand and applies every comment to it, once.
+  void FullyPopulate();
+  bool FullyPopulated() const { return mFullyPopulated; }
+
   // --- The spell checker's word list --------------------------------------------------------------
   // Writes every word the checker must accept to a temporary file and returns its name.
   std::string SaveSpellIgnoreWordListToFile();
@@ -108,14 +141,19 @@ class KVContentFile {
   void AddIgnoreWord(const std::string& Word);
   void RemoveIgnoreWord(const std::string& Word);
 
+  // A message to the user through the project, or the host when there is none.
+  int ShowMessage(const std::string& text, int buttons, const std::string& title) const;
+
  private:
+  void InternalFullyPopulate(const ObjectPtr& Item, const NamespaceDef& NamespaceDef);
+  void takeBinding();
   bool Read(const std::string& text, std::optional<bool> loadOnDemand);
   void ReadAttributes(const XMLNode& root);
   void WriteItem(XMLNode& root, const ObjectPtr& item);
   void WriteOrphans(XMLNode& root);
   void WriteItemNames(std::string& lines);
+  void AppendItemNames(const ObjectPtr& item);
   ContentBinding& binding();
-  int ShowMessage(const std::string& text, int buttons, const std::string& title) const;
 
   std::string mID;
   std::string mRelatedProject, mRelatedLDProject;
@@ -123,6 +161,7 @@ class KVContentFile {
   std::shared_ptr<XMLDocument> mContentDoc;
   std::string mSpellTempFile;
   bool mLoaded = false;
+  bool mFullyPopulated = false;
   bool mDirty = false;
   Subscribers<KVContentFileEvents> mSubscribers;
 };

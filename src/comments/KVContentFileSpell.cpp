@@ -40,6 +40,14 @@ void KVContentFile::WriteItemNames(std::string& lines) {
       mRootItem, [&](const ObjectPtr& item) { ignoreFailure([&] { lines += item->get("Name").toString() + "\n"; }); });
 }
 
+// Names of items loaded on demand become known to the checker at once.
+void KVContentFile::AppendItemNames(const ObjectPtr& item) {
+  std::string lines;
+  binding().ForEachItem(
+      item, [&](const ObjectPtr& below) { ignoreFailure([&] { lines += below->get("Name").toString() + "\n"; }); });
+  appendLines(mSpellTempFile, lines);
+}
+
 std::string KVContentFile::SaveSpellIgnoreWordListToFile() {
   return guard<std::string>(kModule, [&] {
     if (!mSpellTempFile.empty()) {

@@ -21,6 +21,7 @@ void KVContentFiles::Load(const XMLNode& e) {
   for (const XMLNode child : e.ChildNodes()) {
     auto file = std::make_shared<KVContentFile>();
     file->KVProject = KVProject;
+    file->Bindings = Bindings;
     file->Load(child);
     mCol.Add(file);
   }

@@ -191,6 +191,12 @@ XMLNodes::iterator XMLNodes::begin() const {
   return iterator(mOwner, nextElement(mParent->children));
 }
 
+void XMLNode::Remove() {
+  xmlUnlinkNode(mNode);
+  xmlFreeNode(mNode);
+  mNode = nullptr;
+}
+
 long XMLNodes::Count() const {
   return static_cast<long>(xmlChildElementCount(mParent));
 }

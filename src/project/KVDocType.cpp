@@ -162,6 +162,7 @@ std::shared_ptr<KVContentFile> KVDocType::CreateNewCommentFileForItem(const Obje
 
     auto contentFile = std::make_shared<KVContentFile>();
     contentFile->KVProject = project;
+    contentFile->Bindings = project->CommentFiles->Bindings;
     contentFile->FileName = file.FileName();
     contentFile->DocType = Name();
     contentFile->ItemMoniker = moniker;

@@ -73,6 +73,10 @@ std::shared_ptr<KVProject> KVProject::New() {
   project->IncludedNamespaceNames = std::make_shared<KVPropertyBag>();
   project->CommentFiles = std::make_shared<KVContentFiles>();
   project->CommentFiles->KVProject = self;
+  project->CommentFiles->Bindings = [self](const std::string& docType) -> std::shared_ptr<ContentBinding> {
+    const auto locked = self.lock();
+    return locked ? locked->CommentFileBinding(docType) : nullptr;
+  };
   project->IgnoreRelationships = std::make_shared<kv::IgnoreRelationships>();
   project->IgnoreRelationships->KVProject = self;
   project->DiagramStyle = std::make_shared<KVDiagramStyle>();

@@ -28,6 +28,7 @@ class ExcludeFilters;
 class VariableValues;
 class AdditionalFiles;
 class KVPropertyBag;
+class ContentBinding;
 class KVContentFiles;
 class IgnoreRelationships;
 class KVDiagramStyle;
@@ -353,6 +354,9 @@ class KVProject : public Object, public IKVProject {
   // types with that handler; nothing when the class cannot be created (the next call tries
   // again).
   std::shared_ptr<INamespaceProvider> GetNamespaceProvider(const std::string& Handler);
+  // What ties a comment file of the doc type `DocType` to its items: the doc type's provider and
+  // its template's namespace definitions; nothing for a doc type the project does not have.
+  std::shared_ptr<ContentBinding> CommentFileBinding(const std::string& DocType);
   // Resets every plug-in without losing the project's content: the project is written to text
   // and read back into the doc types and plug-ins.
   void ResetPlugIns();

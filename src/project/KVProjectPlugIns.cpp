@@ -1,9 +1,11 @@
 // The project's side of the plug-in contract: namespace providers, plug-in resets and the files
 // that plug-ins and templates add to the output.
+#include "comments/ProviderBinding.h"
 #include "host/FailureHandler.h"
 #include "kavrel/ClassRegistry.h"
 #include "kavrel/IKVProjectPlugIn.h"
 #include "kavrel/INamespaceProvider.h"
+#include "kavrel/NamespaceDef.h"
 #include "kavrel/XmlDocument.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
@@ -62,6 +64,25 @@ void KVProject::OtherContentCreated(const std::string& FileName) {
       if (const auto provider = GetNamespaceProvider(tmpl->NamespaceDefs.Item(1)->Handler))
         provider->PageOutput(nullptr, nullptr, FileName, false, false);
     FireContentCreated(FileName);
+  });
+}
+
+}  // namespace kv
+
+namespace kv {
+
+std::shared_ptr<ContentBinding> KVProject::CommentFileBinding(const std::string& DocType) {
+  std::shared_ptr<KVDocType> docType;
+  std::shared_ptr<NamespaceDef> rootDef;
+  ignoreFailure([&] { docType = DocTypes->Item(DocType); });
+  if (!docType) return nullptr;
+  ignoreFailure([&] { rootDef = docType->Template()->NamespaceDefs.Item(1); });
+  const auto provider = docType->NamespaceProvider();
+  if (!provider) return nullptr;
+  std::weak_ptr<KVProject> self = std::static_pointer_cast<KVProject>(shared_from_this());
+  return std::make_shared<ProviderBinding>(provider, rootDef, [self](const std::string& handler) {
+    const auto project = self.lock();
+    return project ? project->GetNamespaceProvider(handler) : nullptr;
   });
 }
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -62,6 +63,15 @@ class CommonProvider : public DataProvider {
   std::string VariableLookup(std::string_view Name);
   // The "xml" tag: the document the tag names in its wrapper scrap.
   std::string xmlTag(const ParserElement& Element);
+  // The tags that show the current item (CommonProviderItemTags.cpp); nothing for another type.
+  std::optional<std::string> itemTag(const std::string& type, const ParserElement& Element);
+  std::string itemsTag(const ParserElement& Element);
+  // `text` in the tag's scrap, where "%%Caption%%" is the tag's phrase and "%%Text%%" the text;
+  // nothing when the text is empty.
+  std::string section(const ParserElement& Element, const std::string& text);
+  // A scrap's text as the "scrap" tag gives it: properties, then phrases, expanded.
+  std::string expandScrap(std::string_view text);
+  std::string expandPhrases(std::string_view text);
 
   // The rows of the property table, see CommonProvider.cpp.
   std::string itemQualifiedName();

@@ -36,18 +36,6 @@ bool switchOn(const ParserElement& element, std::string_view name) {
   return value && !text::equalsIgnoreCase(*value, "false");
 }
 
-// Text that the page takes as it stands: its "%" are written "/%", which the parser turns back
-// into "%" once no reference can be read into them.
-std::string protectPercent(std::string_view text) {
-  std::string out;
-  out.reserve(text.size());
-  for (const char c : text) {
-    if (c == '%') out += '/';
-    out += c;
-  }
-  return out;
-}
-
 // The file an "include" tag names, read whole. The name is taken in lower case, as layouts
 // written for case-blind file systems expect; a file whose name has capitals is still found
 // under the name as written. A name that starts with a separator is absolute; any other lies
@@ -61,7 +49,7 @@ std::string includedFile(const std::string& rootFolder, const std::string& writt
       file.MakeRelativeTo(&base);
     }
     file.FileName(name);
-    if (file.Exists()) return protectPercent(file.ReadAll());
+    if (file.Exists()) return ProtectPercent(file.ReadAll());
   }
   return "!INCLUDE NOT FOUND '" + source + "'!";
 }
@@ -102,15 +90,7 @@ std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<
     }
     if (type == "scrap") {
       step = 5;
-      const auto p = project();
-      const std::string scrap = ParseForProperties(p->Scrap(required(Element, "name")));
-      const auto tmpl = p->CurrentDocType()->Template();
-      return ParseForPhrasesEx(scrap, [&](std::string_view key) -> std::optional<std::string> {
-        const auto& phrases = tmpl->Phrases();
-        const auto found = phrases.find(std::string(key));
-        if (found == phrases.end()) return std::nullopt;
-        return found->second;
-      });
+      return expandScrap(project()->Scrap(required(Element, "name")));
     }
     if (type == "tableofcontents") {
       step = 14;
@@ -191,7 +171,7 @@ std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<
       if (!example) throw ObjectNotSet();
       const auto p = project();
       const std::string projectFolder = p->KVProjectFileName ? p->KVProjectFileName->Folder() : std::string();
-      return protectPercent(ExampleHtml(*example, projectFolder, true, ExampleWrapLength));
+      return ProtectPercent(ExampleHtml(*example, projectFolder, true, ExampleWrapLength));
     }
     if (type == "helpprojecttitle") {
       step = 6;
@@ -203,6 +183,8 @@ std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<
       step = 7;
       return GetProperty(type);
     }
+    step = 14;
+    if (auto answer = itemTag(type, Element)) return *answer;
     return {};
   } catch (...) {
     return "!ERROR " + std::to_string(currentFailureNumber()) + "." + std::to_string(step) + " FETCHING ELEMENT!";

@@ -272,4 +272,14 @@ std::string CollectionToString(const StringCollection& col, std::string_view Del
   return out;
 }
 
+std::string ProtectPercent(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (const char c : text) {
+    if (c == '%') out += '/';
+    out += c;
+  }
+  return out;
+}
+
 }  // namespace kv

@@ -89,4 +89,8 @@ std::string StripTags(std::string_view Source);
 // The items in order, separated by `Delimeter`.
 std::string CollectionToString(const StringCollection& col, std::string_view Delimeter);
 
+// Text that a page takes as it stands: its "%" are written "/%", which the parser turns back
+// into "%" once no reference can be read into them.
+std::string ProtectPercent(std::string_view text);
+
 }  // namespace kv
