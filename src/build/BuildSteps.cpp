@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "contents/HelpCompile.h"
+#include "output/PageGeneration.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 
@@ -10,15 +11,7 @@ namespace kv {
 namespace fs = std::filesystem;
 
 KVBuildResultEnum DefaultBuildSteps::Generate(KVProject& project) {
-  const std::string folder = project.OutputFolder();
-  if (!folder.empty()) fs::create_directories(folder);
-  // The doc types prepare around the generation (their plug-ins read the sources and report what
-  // they cannot read into the log) and are told when it is done.
-  if (project.DocTypes) {
-    project.DocTypes->BeforeBuild();
-    project.DocTypes->AfterBuild();
-  }
-  return project.Cancelled() ? BuildResultCancelled : BuildResultCompletedOK;
+  return PageGeneration(project).Build();
 }
 
 KVHelpCompileResultEnum DefaultBuildSteps::Compile(KVProject& project) {
