@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class ExampleBuild : public ::testing::Test, public KavrelProgram {
+class ExampleBuild : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     // One build for every test: parsing the headers takes a while.
