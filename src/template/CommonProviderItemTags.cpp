@@ -130,8 +130,8 @@ std::string CommonProvider::section(const ParserElement& Element, const std::str
   if (scrapName.empty()) return text;
   const auto p = project();
   std::string scrap = p->Scrap(scrapName);
-  if (const std::string key = optional(Element, "phrase"); !key.empty())
-    scrap = text::replaceAllIgnoringCase(scrap, "%%Caption%%", p->Phrase(key));
+  const std::string key = optional(Element, "phrase");
+  scrap = text::replaceAllIgnoringCase(scrap, "%%Caption%%", key.empty() ? std::string() : p->Phrase(key));
   // The text goes in after the scrap is expanded, so that nothing in it is read as a reference.
   const std::size_t at = scrap.find("%%Text%%");
   if (at == std::string::npos) return expandScrap(scrap);
