@@ -2,7 +2,9 @@
 
 #include <filesystem>
 
+#include "contents/ContentsWriter.h"
 #include "contents/HelpCompile.h"
+#include "output/PageGeneration.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 
@@ -10,15 +12,9 @@ namespace kv {
 namespace fs = std::filesystem;
 
 KVBuildResultEnum DefaultBuildSteps::Generate(KVProject& project) {
-  const std::string folder = project.OutputFolder();
-  if (!folder.empty()) fs::create_directories(folder);
-  // The doc types prepare around the generation (their plug-ins read the sources and report what
-  // they cannot read into the log) and are told when it is done.
-  if (project.DocTypes) {
-    project.DocTypes->BeforeBuild();
-    project.DocTypes->AfterBuild();
-  }
-  return project.Cancelled() ? BuildResultCancelled : BuildResultCompletedOK;
+  // General files write their table of contents, index and sections through the project.
+  ContentsWriter::Install(std::static_pointer_cast<KVProject>(project.shared_from_this()));
+  return PageGeneration(project).Build();
 }
 
 KVHelpCompileResultEnum DefaultBuildSteps::Compile(KVProject& project) {

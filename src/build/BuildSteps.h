@@ -17,7 +17,8 @@ class BuildSteps {
   virtual KVHelpCompileResultEnum Compile(KVProject& project) = 0;
 };
 
-// Prepares the output folder (no pages yet) and compiles the help project (see HelpCompile).
+// Generates the pages and general files (see PageGeneration) and compiles the help project (see
+// HelpCompile).
 class DefaultBuildSteps : public BuildSteps {
  public:
   KVBuildResultEnum Generate(KVProject& project) override;

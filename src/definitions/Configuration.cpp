@@ -14,11 +14,14 @@ namespace {
 namespace fs = std::filesystem;
 using namespace reading;
 
-std::shared_ptr<NamespaceDef> readNamespaceDef(const XMLNode& e) {
+// A definition without a handler of its own has `parentHandler`: the items below an item come
+// from the same provider unless the child names another.
+std::shared_ptr<NamespaceDef> readNamespaceDef(const XMLNode& e, const std::string& parentHandler = {}) {
   auto def = std::make_shared<NamespaceDef>();
   def->Name = readText(e, "Name");
   def->DisplayName = readText(e, "DisplayName", def->Name);
   def->Handler = readText(e, "Handler");
+  if (def->Handler.empty()) def->Handler = parentHandler;
   def->DontGeneratePages = readBool(e, "DontGeneratePages", false);
   def->CoreDefinition = readBool(e, "CoreDefinition", false);
   def->OutputFileNamePattern = readText(e, "OutputFileNamePattern");
@@ -31,7 +34,7 @@ std::shared_ptr<NamespaceDef> readNamespaceDef(const XMLNode& e) {
                 [](const StoredElement& c) { return text::equalsIgnoreCase(c.Name, "Namespace"); });
   for (const XMLNode& child : e.ChildNodes())
     if (isElement(child, "Namespace")) {
-      auto childDef = readNamespaceDef(child);
+      auto childDef = readNamespaceDef(child, def->Handler);
       ignoreDuplicate(def->ChildNamespaceDefs, childDef, childDef->Name);
     }
   return def;

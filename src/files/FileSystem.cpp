@@ -225,6 +225,10 @@ struct FileSystem::Stream {
   int fd = -1;
   bool writable = false;
   bool atStart = false;  // nothing before the write position yet: a BOM goes first
+  // Written text waits here until there is enough of it, so that a page of many short lines
+  // costs a few system calls, not one per line.
+  std::string pending;
+  static constexpr std::size_t kFlushAt = 64 * 1024;
 };
 
 FileSystem::FileSystem() = default;
@@ -234,7 +238,11 @@ FileSystem::FileSystem(std::string fileName) {
 }
 
 FileSystem::~FileSystem() {
-  if (mStream) ::close(mStream->fd);
+  // An object dropped while open still writes what it holds; a failure then has nowhere to go.
+  try {
+    Close();
+  } catch (...) {
+  }
 }
 
 std::string FileSystem::FileName() const {
@@ -359,9 +367,15 @@ void FileSystem::Open(int mode, int access, int /*share: Linux does not lock*/, 
 
 void FileSystem::Close() {
   if (!mStream) return;
-  const int fd = mStream->fd;
-  mStream.reset();
-  if (::close(fd) != 0) failFor(errno, mFileName, "close");
+  const std::unique_ptr<Stream> stream = std::move(mStream);
+  const std::string pending = std::move(stream->pending);
+  try {
+    writeBytes(stream->fd, pending, mFileName);
+  } catch (...) {
+    ::close(stream->fd);
+    throw;
+  }
+  if (::close(stream->fd) != 0) failFor(errno, mFileName, "close");
 }
 
 bool FileSystem::IsOpen() const {
@@ -382,8 +396,12 @@ void FileSystem::WriteLine(std::string_view text) {
   std::string line(text);
   if (mOutputLineFeeds) line += '\n';
   bytes += encode(std::move(line), mCodePage);
-  writeBytes(mStream->fd, bytes, mFileName);
   if (!bytes.empty()) mStream->atStart = false;
+  mStream->pending += bytes;
+  if (mStream->pending.size() >= Stream::kFlushAt) {
+    writeBytes(mStream->fd, mStream->pending, mFileName);
+    mStream->pending.clear();
+  }
 }
 
 void FileSystem::WriteAll(std::string_view text, long codePage) {
@@ -402,6 +420,11 @@ void FileSystem::WriteAll(std::string_view text, long codePage) {
 
 std::string FileSystem::ReadAll(long codePage) const {
   if (mFileName.empty()) throw Failure(err::BadFileNameOrNumber, "Bad file name or number: no file name is set");
+  // What this object has written so far is read back too.
+  if (mStream && !mStream->pending.empty()) {
+    writeBytes(mStream->fd, mStream->pending, mFileName);
+    mStream->pending.clear();
+  }
   std::error_code ec;
   if (fs::is_directory(mFileName, ec))
     throw Failure(err::PathFileAccessError, "Path/File access error: '" + mFileName + "' is a folder");

@@ -14,6 +14,7 @@
 #include "host/Settings.h"
 #include "host/TreeView.h"
 #include "kavrel/ClassRegistry.h"
+#include "kavrel/Failure.h"
 #include "kavrel/FileSystem.h"
 
 namespace kv {
@@ -176,6 +177,21 @@ bool IsXPSP2() {
 
 bool AreRegularExpressionsAvailable() {
   return true;
+}
+
+bool RegExpTest(std::string_view Subject, std::string_view Pattern, bool IgnoreCase) {
+  int error = 0;
+  PCRE2_SIZE errorOffset = 0;
+  std::unique_ptr<pcre2_code, decltype(&pcre2_code_free)> code(
+      pcre2_compile(reinterpret_cast<PCRE2_SPTR>(Pattern.data()), Pattern.size(),
+                    PCRE2_UTF | (IgnoreCase ? PCRE2_CASELESS : 0u), &error, &errorOffset, nullptr),
+      &pcre2_code_free);
+  if (!code) throw Failure(err::InvalidProcedureCall, "Invalid procedure call or argument: bad regular expression");
+  std::unique_ptr<pcre2_match_data, decltype(&pcre2_match_data_free)> match(
+      pcre2_match_data_create_from_pattern(code.get(), nullptr), &pcre2_match_data_free);
+  const int rc =
+      pcre2_match(code.get(), reinterpret_cast<PCRE2_SPTR>(Subject.data()), Subject.size(), 0, 0, match.get(), nullptr);
+  return rc >= 0;
 }
 
 bool IsValidRegularExpression(std::string_view SearchString, std::string_view ReplaceString) {

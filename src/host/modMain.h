@@ -66,6 +66,9 @@ void SetTreePath(TreeView& Tree, std::string_view Path);
 
 bool IsXPSP2();  // always false here: no such platform
 bool AreRegularExpressionsAvailable();
+// Whether `Pattern`, a regular expression, matches somewhere in `Subject`; a pattern that does
+// not compile fails with "Invalid procedure call or argument".
+bool RegExpTest(std::string_view Subject, std::string_view Pattern, bool IgnoreCase);
 // True when `SearchString` compiles (ignoring case, multi-line) and runs on a test text, and, when
 // `ReplaceString` is not empty, a global replacement with it runs too.
 bool IsValidRegularExpression(std::string_view SearchString, std::string_view ReplaceString = {});

@@ -101,7 +101,7 @@ void KVProject::CreateFileNameAliases(KVDocType& DocType, const std::shared_ptr<
   std::shared_ptr<INamespaceProvider> provider;
   ignoreFailure([&] { provider = GetNamespaceProvider(Def->Handler); });
   if (!provider) return;
-  const auto ddp = provider->DataProvider();
+  const auto ddp = DataProviderOf(*provider);
   const ItemCollection items = provider->GetItems(Def, ParentItem, "forpagegeneration=true");
   if (!items || !ddp) return;
   const bool generates = !(Def->DontGeneratePages && !Def->CoreDefinition);
@@ -144,7 +144,7 @@ bool KVProject::CreateAllFileNameAliases() {
       const auto& firstDef = tmpl->NamespaceDefs.Item(1);
       std::shared_ptr<kv::DataProvider> ddp;
       ObjectPtr root;
-      ignoreFailure([&] { ddp = GetNamespaceProvider(firstDef->Handler)->DataProvider(); });
+      if (const auto provider = GetNamespaceProvider(firstDef->Handler)) ddp = DataProviderOf(*provider);
       ignoreFailure([&] { root = docType->ProjectPlugIn()->RootItems()->call("Item", {1}).toObject(); });
       if (!ddp) continue;
       for (const auto& layout : tmpl->PageLayouts) {

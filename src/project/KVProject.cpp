@@ -24,6 +24,7 @@
 #include "project/KVDiagramStyle.h"
 #include "project/KVDocTypes.h"
 #include "project/KVPropertyBag.h"
+#include "project/ModelCommentCollections.h"
 #include "project/VariableValues.h"
 #include "project/XSDProperties.h"
 
@@ -90,7 +91,7 @@ std::shared_ptr<KVProject> KVProject::New() {
   project->XSDProperties = std::make_shared<kv::XSDProperties>();
   project->XSDProperties->KVProject = self;
   project->KVProjectFileName = std::make_shared<FileSystem>();
-  project->ModelCommentCollections = std::make_shared<Collection<ObjectPtr>>();
+  project->ModelCommentCollections = std::make_shared<kv::ModelCommentCollections>();
   project->ModelCommentProfiles = std::make_shared<Collection<std::shared_ptr<ModelComments>>>();
   project->CommunityProperties = std::make_shared<kv::CommunityProperties>();
   project->NamespaceExclusions = std::make_shared<Collection<std::string>>();
@@ -136,6 +137,11 @@ void KVProject::FireContentCreated(const std::string& FileName) {
        text::containsIgnoreCase(FileName, "col_")))
     GeneratedFiles->Add(FileName, FileName);
   mSubscribers.Raise([&](KVProjectEvents& e) { e.ContentCreated(FileName); });
+}
+void KVProject::FireBeforeOutputNamespacePage(const std::shared_ptr<kv::PageLayout>& Layout,
+                                              const std::shared_ptr<kv::NamespaceDef>& Def, const ObjectPtr& Item,
+                                              bool& DontGenerate) {
+  mSubscribers.Raise([&](KVProjectEvents& e) { e.BeforeOutputNamespacePage(Layout, Def, Item, DontGenerate); });
 }
 void KVProject::FireNamespaceExclusionsChanged() {
   mSubscribers.Raise([](KVProjectEvents& e) { e.NamespaceExclusionsChanged(); });
@@ -434,6 +440,7 @@ void KVProject::Terminate() {
         if (const auto& plugIn = docType->ProjectPlugIn()) plugIn->Terminate();
     // Releasing the owned objects breaks the reference cycles through plug-ins and doc types.
     mNamespaceProviders.reset();
+    mDataProviders.clear();
     DocTypes.reset();
     ExcludeFilters.reset();
     VariableValues.reset();

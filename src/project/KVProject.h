@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,6 +38,7 @@ class DatabaseProperties;
 class XSDProperties;
 class VariableValue;
 class ModelComments;
+class ModelCommentCollections;
 class CommunityProperties;
 class NamespaceDef;
 class XMLDocument;
@@ -84,7 +86,8 @@ class KVProject : public Object, public IKVProject {
   std::shared_ptr<kv::XSDProperties> XSDProperties;
   std::shared_ptr<kv::CommunityProperties> CommunityProperties;
   std::shared_ptr<FileSystem> KVProjectFileName;
-  std::shared_ptr<Collection<ObjectPtr>> ModelCommentCollections;
+  // The model comments of the build at hand, gathered before the pages are written.
+  std::shared_ptr<kv::ModelCommentCollections> ModelCommentCollections;
   // The model comment profiles chosen for this project, keyed by name.
   std::shared_ptr<Collection<std::shared_ptr<kv::ModelComments>>> ModelCommentProfiles;
   std::shared_ptr<Collection<std::string>> NamespaceExclusions;
@@ -111,6 +114,8 @@ class KVProject : public Object, public IKVProject {
   std::string TOCSuffix;
   std::string StubHPJTemplate, StubRTFTemplate, StubRTFTopicTemplate;
   std::string HPJCompilerPath, HHCCompilerPath, HPJCompilerOutput, CompilerOutput;
+  // Set by the first build; a later build resets the plug-ins first.
+  bool AlreadyBuilt = false;
   // The output files of this build that the help compile moves beside the help file or removes,
   // keyed by name; a build creates it, and it is released after the compile.
   std::shared_ptr<Collection<std::string>> GeneratedFiles;
@@ -346,6 +351,9 @@ class KVProject : public Object, public IKVProject {
   // files ("col_...") and the registration batch files. Then raises ContentCreated.
   void FireContentCreated(const std::string& FileName);
   void FireNamespaceExclusionsChanged();
+  void FireBeforeOutputNamespacePage(const std::shared_ptr<kv::PageLayout>& Layout,
+                                     const std::shared_ptr<kv::NamespaceDef>& Def, const ObjectPtr& Item,
+                                     bool& DontGenerate);
 
   void Terminate();
 
@@ -357,6 +365,10 @@ class KVProject : public Object, public IKVProject {
   // What ties a comment file of the doc type `DocType` to its items: the doc type's provider and
   // its template's namespace definitions; nothing for a doc type the project does not have.
   std::shared_ptr<ContentBinding> CommentFileBinding(const std::string& DocType);
+  // The data provider of a namespace provider's pages: its own, else one made by
+  // `DataProviderFactory` (the common provider of the page generation), kept per provider.
+  std::shared_ptr<kv::DataProvider> DataProviderOf(INamespaceProvider& Provider);
+  std::function<std::shared_ptr<kv::DataProvider>(KVProject&)> DataProviderFactory;
   // Resets every plug-in without losing the project's content: the project is written to text
   // and read back into the doc types and plug-ins.
   void ResetPlugIns();
@@ -438,6 +450,7 @@ class KVProject : public Object, public IKVProject {
   bool mCancel = false;
   std::shared_ptr<KVDocType> mCurrentDocType;
   std::shared_ptr<Collection<std::shared_ptr<INamespaceProvider>>> mNamespaceProviders;
+  std::map<const INamespaceProvider*, std::shared_ptr<kv::DataProvider>> mDataProviders;
   Collection<std::string> mCopiedSupportFiles;
   std::shared_ptr<Keywords> mKKeywords, mAKeywords, mFKeywords;
   std::shared_ptr<ProjectContents> mContents;

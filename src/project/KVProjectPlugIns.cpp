@@ -45,6 +45,13 @@ std::shared_ptr<INamespaceProvider> KVProject::GetNamespaceProvider(const std::s
   });
 }
 
+std::shared_ptr<kv::DataProvider> KVProject::DataProviderOf(INamespaceProvider& Provider) {
+  if (auto own = Provider.DataProvider()) return own;
+  auto& made = mDataProviders[&Provider];
+  if (!made && DataProviderFactory) made = DataProviderFactory(*this);
+  return made;
+}
+
 void KVProject::ResetPlugIns() {
   guard(kModule, [&] {
     XMLDocument doc;

@@ -9,8 +9,11 @@
 #include <string_view>
 
 #include "comments/TaggedCommentServices.h"
+#include "contents/IndexKeywords.h"
+#include "host/CompilerFileName.h"
 #include "host/modMain.h"
 #include "kavrel/model/VBProjectGroup.h"
+#include "project/DocumentServices.h"
 #include "template/BlockRendering.h"
 #include "template/TextExpansion.h"
 
@@ -71,6 +74,13 @@ class Root {
   std::string AppendDescription(std::string& Description, std::string& NewText, long WrapType = 0) const {
     return comments::AppendDescription(Description, NewText, WrapType);
   }
+  // With the images of the comment pointed at the project's additional files in the output.
+  std::string GetTaggedCommentEx(const ObjectPtr& obj, std::string_view IDs, const TaggedCommentDefs* Defs,
+                                 KVProject& Project) const {
+    DocumentServices documents(Project);
+    return comments::GetTaggedCommentEx(obj, IDs, Defs,
+                                        [&](const std::string& text) { return documents.VerifyIMGTags(text); });
+  }
   TaggedCommentPtr FindTaggedComment(const TaggedComments* col, std::string_view TagIdentifier) const {
     return comments::FindTaggedComment(col, TagIdentifier);
   }
@@ -98,6 +108,31 @@ class Root {
   bool SupportsTaggedComments(const ObjectPtr& obj) const { return comments::SupportsTaggedComments(obj); }
   bool IsItemCollection(const ObjectPtr& Item) const { return comments::IsItemCollection(Item); }
   bool TypeMatch(const ObjectPtr& obj, std::string_view TypeName) const { return kv::TypeMatch(obj, TypeName); }
+
+  // Index keywords from comments and from the items of indexed definitions (see IndexKeywords.h).
+  void GetIndexKeywords(const ObjectPtr& obj, Keywords& Keywords, const std::string& Target) const {
+    kv::GetIndexKeywords(obj, Keywords, Target);
+  }
+  void GetIndexKeywordsEx(const ObjectPtr& obj, Keywords& Keywords, const std::string& Target, bool FIndex,
+                          bool AIndex) const {
+    kv::GetIndexKeywordsEx(obj, Keywords, Target, FIndex, AIndex);
+  }
+  std::vector<IndexEntry> IndexEntries(const ObjectPtr& obj) const { return kv::IndexEntries(obj); }
+  void GetKeywordsEx(Keywords& Keywords, const std::shared_ptr<NamespaceDef>& nd, const ObjectPtr& ParentObject,
+                     INamespaceProvider& Provider, DataProvider& DDP) const {
+    kv::GetKeywordsEx(Keywords, nd, ParentObject, Provider, DDP);
+  }
+  void OutputIndexEntries(FileSystem& OutputFile, const std::shared_ptr<NamespaceDef>& nd,
+                          const ObjectPtr& ParentObject, INamespaceProvider& Provider, DataProvider& DDP,
+                          const std::string& Scrap, bool Help2) const {
+    kv::OutputIndexEntries(OutputFile, nd, ParentObject, Provider, DDP, Scrap, Help2);
+  }
+  // The help compilers: HTML Help (`IsHHC`) or the WinHelp stub's; Help 2 only where a setting
+  // names one.
+  std::string GetCompilerFileName(std::string_view RegKeyString, bool IsHHC) const {
+    return kv::GetCompilerFileName(RegKeyString, IsHHC);
+  }
+  bool IsHelp2CompilerInstalled() const { return !kv::Help2CompilerFileName().empty(); }
 
   std::string RegKeyPath() const { return kv::RegKeyPath(); }
   std::string GetAppValue(std::string_view ValueName, std::string_view DefaultValue = {},

@@ -13,6 +13,7 @@
 #include "project/CommunityProperties.h"
 #include "project/KVDocType.h"
 #include "project/KVProject.h"
+#include "project/Keywords.h"
 #include "project/VariableValues.h"
 
 namespace kv {
@@ -224,9 +225,15 @@ std::string CommonProvider::keywordTarget() {
       if (!alias.empty()) target = alias;
     }
   } else if (TypeMatch(mCurrentItem, "Keyword")) {
-    const ObjectPtr jumps = mCurrentItem->get("Jumps").toObject();
-    if (!jumps) throw ObjectNotSet();
-    target = memberText(*jumps->call("Item", {Variant(1)}).toObject(), "Target");
+    // A keyword of the build's stores holds its jumps itself; another answers by member name.
+    if (const auto keyword = std::dynamic_pointer_cast<Keyword>(mCurrentItem)) {
+      if (keyword->Jumps.empty()) throw Failure(err::SubscriptOutOfRange, "Subscript out of range");
+      target = keyword->Jumps.front().Target;
+    } else {
+      const ObjectPtr jumps = mCurrentItem->get("Jumps").toObject();
+      if (!jumps) throw ObjectNotSet();
+      target = memberText(*jumps->call("Item", {Variant(1)}).toObject(), "Target");
+    }
     // A keyword's jump without an alias comes out empty, unlike a lone jump.
     if (const auto p = project(); p->UseFileNameAliases()) target = p->GetFileNameAlias(target);
   }

@@ -56,7 +56,7 @@ std::string includedFile(const std::string& rootFolder, const std::string& writt
 
 }  // namespace
 
-std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<FileSystem>& /*FileSystemObject*/) {
+std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<FileSystem>& FileSystemObject) {
   int step = 1;
   try {
     if (Element.ElementType() != ParserElement::DataTag) return {};
@@ -91,6 +91,43 @@ std::string CommonProvider::ProvideData(ParserElement& Element, std::shared_ptr<
     if (type == "scrap") {
       step = 5;
       return expandScrap(project()->Scrap(required(Element, "name")));
+    }
+    if (type == "tableofcontents") {
+      step = 14;
+      const auto p = project();
+      const std::string bookPrefix = optional(Element, "BookPrefix"), bookSuffix = optional(Element, "BookSuffix");
+      const std::string nodeScrap = optional(Element, "NodeScrap");
+      // Without any markup of its own the tag writes the sitemap's books; a suffix alone is dropped.
+      if (bookPrefix.empty() && bookSuffix.empty() && nodeScrap.empty()) {
+        p->TOCBookPrefix = "<UL>";
+        p->TOCBookSuffix = "</UL>";
+        p->TOCNodeScrap.clear();
+        p->TOCSuffix.clear();
+      } else {
+        p->TOCBookPrefix = bookPrefix;
+        p->TOCBookSuffix = bookSuffix;
+        p->TOCNodeScrap = nodeScrap;
+        p->TOCSuffix = optional(Element, "Suffix");
+      }
+      p->BuildTOC(FileSystemObject);
+      return std::string(ParserTemplate::Discard);
+    }
+    if (type == "indexcontent") {
+      step = 15;
+      project()->BuildIndex(FileSystemObject, optional(Element, "scrap"));
+      return std::string(ParserTemplate::Discard);
+    }
+    if (type == "index") {
+      step = 16;
+      const std::string scrap = optional(Element, "scrap");
+      project()->StreamContent(FileSystemObject, scrap.empty() ? "Index" : "Index:" + scrap);
+      return std::string(ParserTemplate::Discard);
+    }
+    if (type == "filessection" || type == "mapsection" || type == "aliassection") {
+      step = type == "filessection" ? 17 : type == "mapsection" ? 18 : 19;
+      const char* content = type == "filessection" ? "Files" : type == "mapsection" ? "MAP" : "ALIAS";
+      project()->StreamContent(FileSystemObject, content);
+      return std::string(ParserTemplate::Discard);
     }
     if (type == "designlist") {
       step = 9;

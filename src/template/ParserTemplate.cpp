@@ -245,6 +245,42 @@ void ParserTemplate::LoadText(std::string_view layout) {
   }
 }
 
+void ParserTemplate::RefreshFrom(std::string_view page) {
+  constexpr std::size_t npos = std::string_view::npos;
+  auto isStartMarker = [&](const Node& n) {
+    return n.kind == Node::Kind::Marker && std::string_view(n.text).starts_with(mMetaStartOpen);
+  };
+  // The layout's blocks, markers included.
+  std::vector<std::vector<Node>> blocks;
+  for (std::size_t i = 0; i < mNodes.size(); ++i) {
+    if (!isStartMarker(mNodes[i])) continue;
+    std::vector<Node> block{mNodes[i]};
+    while (++i < mNodes.size()) {
+      block.push_back(mNodes[i]);
+      if (mNodes[i].kind == Node::Kind::Marker) break;
+    }
+    blocks.push_back(std::move(block));
+  }
+
+  std::vector<Node> nodes;
+  auto literal = [&](std::string_view text) {
+    if (!text.empty()) nodes.push_back({Node::Kind::Text, std::string(text), {}});
+  };
+  std::size_t pos = 0;
+  for (std::size_t block = 0; block < blocks.size(); ++block) {
+    const bool markers = !mMetaStartOpen.empty() && !mMetaStartClose.empty() && !mMetaEndOpen.empty();
+    const std::size_t start = markers ? page.find(mMetaStartOpen, pos) : npos;
+    const std::size_t endOpen = start == npos ? npos : page.find(mMetaEndOpen, start);
+    const std::size_t endClose = endOpen == npos ? npos : page.find(mMetaEndClose, endOpen + mMetaEndOpen.size());
+    if (endClose == npos) break;
+    literal(page.substr(pos, start - pos));
+    nodes.insert(nodes.end(), blocks[block].begin(), blocks[block].end());
+    pos = endClose + mMetaEndClose.size();
+  }
+  literal(page.substr(pos));
+  mNodes = std::move(nodes);
+}
+
 std::string ParserTemplate::LoadErrors() const {
   return text::join(mLoadErrors, "\n");
 }

@@ -39,6 +39,11 @@ class ParserTemplate {
   void Load(std::string_view path);
   // Compiles a layout held in memory.
   void LoadText(std::string_view layout);
+  // Turns this layout into the refresh of `page`, an earlier output of it: everything of the
+  // page outside its metadata blocks stays as it is, and each block of the page is rendered
+  // anew from the layout's block in the same place (the first from the first, ...). Blocks of
+  // the page that the layout lacks stay as they are; a page without blocks stays whole.
+  void RefreshFrom(std::string_view page);
   // The tag formatting errors of the last load, one per line with its line number; empty when none.
   std::string LoadErrors() const;
 

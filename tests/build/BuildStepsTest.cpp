@@ -7,6 +7,7 @@
 #include "build/BuildSteps.h"
 #include "host/Process.h"
 #include "project/KVProject.h"
+#include "project/KVProjectEvents.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
 
@@ -49,9 +50,20 @@ class BuildStepsTest : public ::testing::Test {
 };
 
 TEST_F(BuildStepsTest, GenerationPreparesTheOutputFolder) {
+  project->Silent = true;
   EXPECT_EQ(steps.Generate(*project), BuildResultCompletedOK);
   EXPECT_TRUE(fs::is_directory(temp.path("out")));
-  project->Cancel(true);
+
+  // A cancel while the build prepares stops it before the pages.
+  struct CancelWhilePreparing : KVProjectEvents {
+    KVProject* project = nullptr;
+    void ProgressPreBuildStatus(std::string& status) override {
+      if (status == "Copying Additional Files ..") project->Cancel(true);
+    }
+  };
+  auto events = std::make_shared<CancelWhilePreparing>();
+  events->project = project.get();
+  project->Subscribe(events);
   EXPECT_EQ(steps.Generate(*project), BuildResultCancelled);
 }
 

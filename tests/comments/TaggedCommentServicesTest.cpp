@@ -4,6 +4,8 @@
 
 #include "kavrel/Model.h"
 #include "kavrel/TaggedCommentDef.h"
+#include "project/AdditionalFiles.h"
+#include "project/KVProject.h"
 #include "root/Root.h"
 #include "support/Items.h"
 
@@ -174,6 +176,19 @@ TEST_F(TaggedCommentServices, GetTaggedCommentExChecksOnlyTextsWithImages) {
   EXPECT_EQ(root.GetTaggedCommentEx(run, "##SUMMARY", defs.get(), check), "See <IMG src=\"a.png\">!");
   EXPECT_EQ(root.GetTaggedCommentEx(run, "##REMARKS", defs.get(), check), "plain");
   EXPECT_EQ(checks, 1);
+}
+
+TEST_F(TaggedCommentServices, ImagesOfAProjectsCommentsPointAtItsAdditionalFiles) {
+  const auto defs = makeDefs({{"##SUMMARY"}});
+  run->TaggedComments().Add(makeComment(defs, "##SUMMARY", "Größe <img src=\"file:///art/chart.png\">"), "##SUMMARY");
+  const auto project = KVProject::New();
+  EXPECT_EQ(root.GetTaggedCommentEx(run, "##SUMMARY", defs.get(), *project),
+            "Größe <img src=\"file:///art/chart.png\">");
+  auto chart = std::make_shared<AdditionalFile>();
+  chart->FileName = "/art/chart.png";
+  project->AdditionalFiles->Add(chart);
+  EXPECT_EQ(root.GetTaggedCommentEx(run, "##SUMMARY", defs.get(), *project), "Größe <img src=\"chart.png\">");
+  project->Terminate();
 }
 
 TEST_F(TaggedCommentServices, UpdateObjectDescriptionRebuildsFromAppendingKinds) {

@@ -112,6 +112,8 @@ TEST_F(ConfigurationTest, ReadsTemplatesWithTheirDefinitions) {
   EXPECT_TRUE(module->CoreDefinition);
   EXPECT_FALSE(module->ChildNamespaceDefs.Item("KV:Method")->DefaultInclude);
   EXPECT_EQ(module->ChildNamespaceDefs.Item("KV:Method")->DisplayName, "KV:Method");
+  // Children without a handler of their own have their parent's, at every depth.
+  EXPECT_EQ(module->ChildNamespaceDefs.Item("KV:Property")->ChildNamespaceDefs.Item(1)->Handler, "KVTest.Provider");
   EXPECT_EQ(tmpl->NamespaceDefs.FindByName("kv:method").size(), 2u);
   module->ItemCounter = 5;
   module->ChildNamespaceDefs.Item(1)->ItemCounter = 3;

@@ -149,6 +149,28 @@ TEST_F(FileSystemTest, StreamWritesLinesInItsCodePage) {
   EXPECT_EQ(failureNumber([&] { file.WriteLine("read only"); }), kv::err::BadFileNameOrNumber);
 }
 
+TEST_F(FileSystemTest, WrittenLinesAreHeldUntilCloseOrARead) {
+  FileSystem file(path("page.html"));
+  file.Open(FileSystem::CreateAlways, FileSystem::AccessWrite);
+  std::string expected;
+  for (int i = 0; i < 5000; ++i) {
+    file.WriteLine("<tr><td>" + std::to_string(i) + "</td></tr>");
+    expected += "<tr><td>" + std::to_string(i) + "</td></tr>\n";
+  }
+  // Reading through the same object sees everything written so far.
+  EXPECT_EQ(file.ReadAll(), expected);
+  file.WriteLine("end");
+  file.Close();
+  EXPECT_EQ(readFile(file.FileName()), expected + "end\n");
+
+  // A write that fails when the held lines go out fails the close.
+  FileSystem full("/dev/full");
+  full.Open(FileSystem::OpenExisting, FileSystem::AccessWrite);
+  full.WriteLine("held back");
+  EXPECT_NE(failureNumber([&] { full.Close(); }), 0);
+  EXPECT_FALSE(full.IsOpen());
+}
+
 TEST_F(FileSystemTest, FailuresNameNumberAndPath) {
   std::string message;
   FileSystem missing(path("none.txt"));
