@@ -66,6 +66,9 @@ class CommonProvider : public DataProvider {
   // The tags that show the current item (CommonProviderItemTags.cpp); nothing for another type.
   std::optional<std::string> itemTag(const std::string& type, const ParserElement& Element);
   std::string itemsTag(const ParserElement& Element);
+  // A comma list of names in `text` with each name that an item of the page's provider answers,
+  // in the item's scope or one around it, made a link to that item's page.
+  std::string linkItemNames(const std::string& text);
   // `text` in the tag's scrap, where "%%Caption%%" is the tag's phrase and "%%Text%%" the text;
   // nothing when the text is empty.
   std::string section(const ParserElement& Element, const std::string& text);

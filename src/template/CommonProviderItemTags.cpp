@@ -2,6 +2,7 @@
 // examples, the address of its page, and lists of the items below it, each row rendered from a
 // scrap with the row's item as the current item. A tag with nothing to show adds no text, so a
 // layout can name every section and an item shows those it has.
+#include <cctype>
 #include <cstdio>
 
 #include "comments/TaggedCommentServices.h"
@@ -73,7 +74,41 @@ std::string colourCode(const std::string& html, const std::string& definition, l
   return out + html.substr(from);
 }
 
+// Whether `name` can name an item: letters, digits, "_", "~" and "::" scopes.
+bool isItemName(std::string_view name) {
+  if (name.empty()) return false;
+  for (const unsigned char c : name)
+    if (!(std::isalnum(c) || c == '_' || c == '~' || c == ':' || c >= 0x80)) return false;
+  return true;
+}
+
 }  // namespace
+
+std::string CommonProvider::linkItemNames(const std::string& text) {
+  if (text.find('<') != std::string::npos || !mNamespaceDef) return text;
+  const auto provider = project()->GetNamespaceProvider(mNamespaceDef->Handler);
+  if (!provider) return text;
+  // A name is looked for in the item's own scope first, then in each scope around it.
+  const std::vector<std::string> scopes = text::split(memberOf(mCurrentItem, "QualifiedName"), "~");
+  std::vector<std::string> parts = text::split(text, ",");
+  for (std::string& part : parts) {
+    const std::string name = text::trim(part);
+    if (!isItemName(name)) continue;
+    const std::string relative = text::replaceAll(name, "::", "~");
+    for (std::size_t depth = scopes.size() + 1; depth-- > 0;) {
+      std::string candidate;
+      for (std::size_t i = 0; i < depth; ++i) candidate += scopes[i] + "~";
+      candidate += relative;
+      ObjectPtr found;
+      ignoreFailure([&] { found = provider->GetItemByQualifiedName(candidate); });
+      if (!found) continue;
+      const std::string url = urlPath(candidate + project()->OutputFileExtension());
+      part = text::replaceAll(part, name, "<a href=\"" + url + "\">" + EscapeText(name) + "</a>");
+      break;
+    }
+  }
+  return text::join(parts, ",");
+}
 
 std::string CommonProvider::expandPhrases(std::string_view text) {
   const auto tmpl = project()->CurrentDocType()->Template();
@@ -95,8 +130,8 @@ std::string CommonProvider::section(const ParserElement& Element, const std::str
   if (scrapName.empty()) return text;
   const auto p = project();
   std::string scrap = p->Scrap(scrapName);
-  if (const std::string key = optional(Element, "phrase"); !key.empty())
-    scrap = text::replaceAllIgnoringCase(scrap, "%%Caption%%", p->Phrase(key));
+  const std::string key = optional(Element, "phrase");
+  scrap = text::replaceAllIgnoringCase(scrap, "%%Caption%%", key.empty() ? std::string() : p->Phrase(key));
   // The text goes in after the scrap is expanded, so that nothing in it is read as a reference.
   const std::size_t at = scrap.find("%%Text%%");
   if (at == std::string::npos) return expandScrap(scrap);
@@ -107,6 +142,7 @@ std::optional<std::string> CommonProvider::itemTag(const std::string& type, cons
   if (type == "comment") {
     const auto& defs = ConfigurationRoot::instance().TaggedCommentDefs();
     std::string text = comments::GetTaggedComment(mCurrentItem, Element.Parameters().Item("tagidentifier"), &defs);
+    if (text::equalsIgnoreCase(optional(Element, "links"), "true")) text = linkItemNames(text);
     if (const std::string* language = Element.Parameters().Find("language"))
       text = colourCode(text, CodeHighlighter::LanguageDefinition(*language, memberOf(mCurrentItem, "SourceFileName")),
                         ExampleWrapLength);

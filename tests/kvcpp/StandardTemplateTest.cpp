@@ -137,7 +137,9 @@ TEST_F(StandardTemplate, AClassPageShowsItsCommentsBasesAndMembers) {
   const std::string& shape = page("Item:cpplib~Shape");
   EXPECT_THAT(shape, HasSubstr("<div class=\"summary\">Something that can be drawn and measured.</div>"));
   EXPECT_THAT(section(shape, "Remarks"), HasSubstr("Derive from it to add a shape"));
-  EXPECT_THAT(section(shape, "See also"), HasSubstr("Circle, Rectangle"));
+  // Names in "see also" that are items of the library link to their pages.
+  EXPECT_THAT(section(shape, "See also"),
+              HasSubstr("<a href=\"cpplib~Circle.html\">Circle</a>, <a href=\"cpplib~Rectangle.html\">Rectangle</a>"));
   // Members link to their own pages; names that are not plain in a URL are escaped.
   const std::string methods = section(shape, "Member functions");
   EXPECT_THAT(methods,
