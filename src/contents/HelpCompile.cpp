@@ -149,10 +149,6 @@ bool HelpCompile::RunCompiler(const std::vector<std::string>& argv, const std::s
                         " seconds and was stopped.");
     return false;
   }
-  if (run.ExitCode > 128) {
-    appendLine(log, "The help compiler ended abnormally (signal " + std::to_string(run.ExitCode - 128) + ").");
-    mFatal = true;
-  }
   return true;
 }
 

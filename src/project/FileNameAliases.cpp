@@ -179,7 +179,8 @@ std::string KVProject::RemoveEntities(std::string_view Source) {
 }
 
 std::string KVProject::Short_HelpFileName() {
-  if (!mShortHelpFileName) mShortHelpFileName = FileSystem(HelpFileName()).Name();
+  // Kept once known: a build may ask before it has given the help file its default name.
+  if (!mShortHelpFileName || mShortHelpFileName->empty()) mShortHelpFileName = FileSystem(HelpFileName()).Name();
   return *mShortHelpFileName;
 }
 

@@ -24,6 +24,17 @@ TEST(Process, ArgumentsAreNotInterpretedByAShell) {
   EXPECT_EQ(r.Output, "$HOME; rm -rf x *\n");
 }
 
+TEST(Process, ProgramPastItsTimeLimitIsStoppedWithItsChildren) {
+  // The child keeps the output open after the shell is gone; the limit ends both.
+  const ProcessResult r =
+      RunProcess({"sh", "-c", "echo started; sleep 600 & exec sleep 600"}, {}, std::chrono::milliseconds(200));
+  EXPECT_TRUE(r.Started);
+  EXPECT_TRUE(r.TimedOut);
+  EXPECT_EQ(r.Output, "started\n");
+  EXPECT_EQ(r.ExitCode, 128 + 9);
+  EXPECT_FALSE(RunProcess({"true"}, {}, std::chrono::seconds(60)).TimedOut);
+}
+
 TEST(Process, MissingProgramIsNotStarted) {
   EXPECT_FALSE(RunProcess({"kavrel-no-such-program"}).Started);
   EXPECT_EQ(FindOnPath("kavrel-no-such-program"), "");
