@@ -60,6 +60,9 @@ bool PageGeneration::BeforeBuild() {
     mProject.GeneratedFiles = std::make_shared<Collection<std::string>>();
     mProject.Cancel(false);
     if (!OutputFolderReady()) return false;
+    // A project that names no help file gets one beside its pages, named as its help project.
+    if (mProject.CompileHelpFile() && mProject.HelpFileName().empty())
+      mProject.HelpFileName(mProject.OutputFolder() + mProject.ProjectFileNameNoPathOrExtension() + ".chm");
 
     mProject.CopiedSupportFiles().Clear();
     mProject.DocTypes->BeforeBuild();

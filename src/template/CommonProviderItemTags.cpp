@@ -43,7 +43,9 @@ std::string memberOf(const ObjectPtr& item, std::string_view member) {
 // A file name as a relative URL: what is not plain in a path is written %XX, so that names
 // with blanks, "<", "&" or "#" (C++ operators) still lead to their page.
 std::string urlPath(std::string_view name) {
-  static constexpr std::string_view kPlain = "-_.~!$'()*+,;=:@/";
+  // "&", "[" and "]" stay as they are: browsers take them so, and the HTML Help compiler, which
+  // reads no escape but "%20", finds the pages of overloads and operators by them.
+  static constexpr std::string_view kPlain = "-_.~!$'()*+,;=:@/&[]";
   std::string out;
   for (const unsigned char c : name) {
     if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||

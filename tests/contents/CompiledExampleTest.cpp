@@ -14,8 +14,8 @@ namespace kv::test {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::Contains;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 TEST(CompiledExample, HelpFileHoldsThePagesTheContentsAndTheIndex) {
   if (FindOnPath("chmcmd").empty()) GTEST_SKIP() << "chmcmd is not installed";
@@ -25,15 +25,13 @@ TEST(CompiledExample, HelpFileHoldsThePagesTheContentsAndTheIndex) {
   ScopedEnvironment settings{"KAVREL_SETTINGS_DIR", program.temp.path("settings")};
   fs::copy(fs::path(KV_SOURCE_CONFIG_DIR).parent_path() / "examples/cpplib", program.temp.path("cpplib"),
            fs::copy_options::recursive);
-  // The example names no help file; this copy does, beside the pages.
-  std::string text = readFile(program.temp.path("cpplib/cpplib.kvp"));
-  text.replace(text.find("HelpFileName=\"\""), 15, "HelpFileName=\"../out/cpplib.chm\"");
-  writeFile(program.temp.path("cpplib/cpplib.kvp"), text);
+  // The example names no help file: the build puts one beside the pages.
   const std::string out = program.temp.path("out");
   const ProcessResult result = program.run({"build", program.temp.path("cpplib/cpplib.kvp"), "--output", out});
   ASSERT_TRUE(result.Started);
   EXPECT_EQ(result.ExitCode, 0) << result.Output;
-  EXPECT_TRUE(fs::exists(out + "/helpcompilerlog.txt"));
+  // Every link of every page leads the compiler to a page: overloads and operators included.
+  EXPECT_THAT(readFile(out + "/helpcompilerlog.txt"), Not(HasSubstr("couldn't find it on disk")));
 
   fs::path helpFile;
   for (const auto& entry : fs::directory_iterator(out))
@@ -41,16 +39,18 @@ TEST(CompiledExample, HelpFileHoldsThePagesTheContentsAndTheIndex) {
   ASSERT_FALSE(helpFile.empty()) << result.Output;
   ChmFile chm(helpFile.string());
   ASSERT_TRUE(chm.IsOpen());
-  const auto files = chm.Files();
-  EXPECT_THAT(files, Contains("/index.html"));
+  // Every page the build wrote is inside, found by its name: chmlib's listing of a help file
+  // stops early once chmcmd's directory spans several chunks, so the test does not rely on it.
   long pages = 0;
-  std::string contents, index;
-  for (const std::string& name : files) {
-    if (name.ends_with(".html") && name.find('~') != std::string::npos) ++pages;
-    if (name.ends_with(".hhc")) contents = chm.Read(name);
-    if (name.ends_with(".hhk")) index = chm.Read(name);
+  for (const auto& entry : fs::directory_iterator(out)) {
+    const std::string name = entry.path().filename().string();
+    if (entry.path().extension() != ".html" || name.find('~') == std::string::npos) continue;
+    ++pages;
+    EXPECT_FALSE(chm.Read("/" + name).empty()) << name;
   }
   EXPECT_GT(pages, 10);
+  EXPECT_FALSE(chm.Read("/index.html").empty());
+  const std::string contents = chm.Read("/cpplib.hhc"), index = chm.Read("/cpplib.hhk");
   for (const char* entry : {"value=\"geometry.h\"", "value=\"Shape\"", "value=\"RingBuffer\""})
     EXPECT_THAT(contents, HasSubstr(entry));
   EXPECT_THAT(contents, HasSubstr("<param name=\"Local\" value=\"index.html\">"));

@@ -145,7 +145,7 @@ TEST_F(StandardTemplate, AClassPageShowsItsCommentsBasesAndMembers) {
   EXPECT_THAT(methods,
               HasSubstr("<a href=\"cpplib~Shape~area.html\">area</a></td><td><code class=\"signature\">virtual double "
                         "area() const = 0</code>The area the shape covers.</td>"));
-  EXPECT_THAT(methods, HasSubstr("<a href=\"cpplib~Shape~move~(const%20Point%20%26).html\">move</a>"));
+  EXPECT_THAT(methods, HasSubstr("<a href=\"cpplib~Shape~move~(const%20Point%20&).html\">move</a>"));
   EXPECT_THAT(shape, HasSubstr("<a href=\"cpplib~Shape_members.html\">All members</a>"));
 
   const std::string& circle = page("Item:cpplib~Circle");
