@@ -34,7 +34,15 @@ void place(T& item, const Declaration& d, bool overloaded = false) {
   item.Line = long(d.Line);
   item.Text = d.Text;
   item.Kind = KindName(d.Kind);
-  item.CppName = text::replaceAll(d.QualifiedName, "::", "~") + (overloaded ? "~" + d.Signature : "");
+  // The qualified name names the item's page too: angle brackets of template arguments become
+  // square ones, which file systems, links and the HTML Help compiler all take as they are.
+  std::string name = text::replaceAll(d.QualifiedName, "::", "~") + (overloaded ? "~" + d.Signature : "");
+  for (char& c : name)
+    if (c == '<')
+      c = '[';
+    else if (c == '>')
+      c = ']';
+  item.CppName = std::move(name);
 }
 
 void files(const Declaration& scope, std::set<std::string>& out) {
@@ -66,7 +74,9 @@ CppItems::CppItems(const ParseResult& parsed, const std::string& projectName,
     header->SourceFileName(file);
     header->File = file;
     header->Kind = "header";
-    header->CppName = header->Name();
+    // A header in a subfolder keeps its page in the output folder itself: "model/Atom.h" is
+    // known as "model~Atom.h", as a scope would be.
+    header->CppName = text::replaceAll(header->Name(), "/", "~");
     mProject->Add(header);
     mHeaders.push_back(header);
     mHeaderByFile[file] = header;

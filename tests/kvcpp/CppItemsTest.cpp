@@ -155,5 +155,19 @@ TEST_F(CppItemsTest, BasesKeepTheirAccessAndVirtualness) {
   }
 }
 
+TEST(CppItemNames, QualifiedNamesAreUsableAsPageNames) {
+  CppInput input;
+  input.Sources = {kData + "templates"};
+  const ParseResult parsed = Parse(input);
+  // A header in a subfolder, and overloads told apart by template arguments.
+  const CppItems items(
+      parsed, "test", [](const std::string&) { return std::string("sub/templates.h"); }, definitions({}));
+  ASSERT_EQ(items.Headers().size(), 1u);
+  EXPECT_EQ(items.Headers()[0]->Name(), "sub/templates.h");
+  EXPECT_TRUE(items.Find("sub~templates.h"));
+  EXPECT_TRUE(items.Find("take~(Buffer[int])"));
+  EXPECT_TRUE(items.Find("take~(Buffer[char])"));
+}
+
 }  // namespace
 }  // namespace kv::cpp

@@ -32,3 +32,6 @@ using BufferOf = Buffer<T, 8>;
 /// Makes a buffer.
 template <typename T, typename... Args>
 Buffer<T> make(Args&&... args);
+
+void take(Buffer<int> buffer);
+void take(Buffer<char> buffer);
