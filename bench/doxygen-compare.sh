@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Times Kavrel's kv.cpp doc type against plain Doxygen on the same header trees: the bundled
-# example, Kavrel's own src/, libxml2's headers and LLVM 14's Support headers. Kavrel runs
-# "kavrel items" (parse, model, every item walked); Doxygen runs with its own parser, HTML only,
-# no diagrams, every entity extracted. Each figure is the median of five runs of the whole process
+# example, Kavrel's own src/, libxml2's headers and LLVM 14's Support headers, each into an HTML
+# site. Kavrel runs "kavrel build --no-compile" (parse, model, every page, the table of contents
+# and index, the frames site); Doxygen runs with its own parser, HTML only, no diagrams, every
+# entity extracted. Each figure is the median of five runs of the whole process
 # (wall seconds, peak resident memory) after one warm-up run, measured with /usr/bin/time. Kavrel's
 # cache of precompiled system headers goes to a temporary folder that the warm-up fills.
 #
@@ -64,7 +65,7 @@ WARNINGS = NO
 WARN_IF_UNDOCUMENTED = NO
 DOXY
 
-  read -r ks km <<< "$(measure "$kavrel" items "$work/$slug.kvp")"
+  read -r ks km <<< "$(measure "$kavrel" build "$work/$slug.kvp" --output "$work/$slug-kavrel" --no-compile)"
   read -r ds dm <<< "$(measure doxygen "$work/$slug.doxyfile")"
   printf '%-14s %8s %8s %10s %10s\n' "$name" "$ks" "$ds" "$km" "$dm"
 done

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, checks the formatting, builds Kavrel twice with warnings as errors
 # (plain and with AddressSanitizer and UndefinedBehaviorSanitizer), runs the whole test suite on
-# both and builds the bundled example.
+# both, builds the bundled examples and opens the example site in headless Chromium.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -23,3 +23,5 @@ ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:ha
   run_suite build/asan -DCMAKE_BUILD_TYPE=Debug -DKV_SANITIZE=ON -DKV_BUILD_BENCH=OFF -DKV_WERROR=ON
 
 scripts/run-example.sh
+# The example's site as a reader sees it, in headless Chromium.
+scripts/check-site.sh build/example-output/cpplib build/example-output/cpplib.png "cpplib~Shape.html"
