@@ -124,10 +124,21 @@ TEST_F(KVCppPlugIn, ABuildLogsTheErrorsOfBrokenHeadersAsWarningsWithFileAndLine)
   EXPECT_THAT(items.Output, HasSubstr("KV:Class Component late~Survivor"));
 }
 
-// The bundled example, built as a user builds it: every page shows its item without a failure
-// text, and every local link of the item pages leads to a page of the site.
-TEST_F(KVCppPlugIn, TheExampleBuildsToASiteWhoseLinksAllLead) {
+// The bundled example with a comment file, built as a user builds it: every page shows its item
+// without a failure text, the comment file's remark reaches its page, and every local link leads
+// to a page of the site.
+TEST_F(KVCppPlugIn, TheExampleBuildsToASiteWithItsCommentsWhoseLinksAllLead) {
   fs::copy(fs::path(KV_TEST_DATA_DIR) / "../../examples/cpplib", temp.path("cpplib"), fs::copy_options::recursive);
+  // A comment file beside the project adds a remark of its own.
+  test::writeFile(
+      temp.path("cpplib/geometry.kvc"),
+      R"(<KavrelComments Version="5.0" Moniker="geometry.h" DocType="kv.cpp" Template="Standard" )"
+      R"(ShowInherited="False"><c eid="cpplib~Circle" tid="##REMARKS">Kreise sind rund.</c></KavrelComments>)");
+  std::string kvp = test::readFile(temp.path("cpplib/cpplib.kvp"));
+  kvp.replace(
+      kvp.find("<CommentFiles/>"), 15,
+      R"(<CommentFiles><CommentFile FileName="geometry.kvc" DocType="kv.cpp" ItemMoniker="geometry.h"/></CommentFiles>)");
+  test::writeFile(temp.path("cpplib/cpplib.kvp"), kvp);
   const ProcessResult r = run({"build", "cpplib/cpplib.kvp", "--output", "out", "--no-compile"});
   ASSERT_EQ(r.ExitCode, 0) << r.Output;
   long pages = 0;
