@@ -13,6 +13,7 @@
 #include "output/PageGeneration.h"
 #include "output/SystemFolders.h"
 #include "project/AdditionalFiles.h"
+#include "project/ExcludeFilters.h"
 #include "project/IgnoreRelationships.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
@@ -156,6 +157,31 @@ TEST_F(BuildPreparationTest, AdditionalFilesAreCopiedAndPagesAmongThemRendered) 
   EXPECT_THAT(errors->texts, ElementsAre("Additional file 'missing.gif' could not be found.  The file will not be "
                                          "included in the generated HTML Help unless already present in the target "
                                          "output folder."));
+}
+
+TEST_F(BuildPreparationTest, ExcludeFiltersAreWildcardsOrRegularExpressions) {
+  auto useFilters = [&](std::initializer_list<const char*> patterns) {
+    while (project->ExcludeFilters->Count() > 0) project->ExcludeFilters->Remove(1);
+    for (const char* pattern : patterns) {
+      auto filter = std::make_shared<ExcludeFilter>();
+      filter->FilterWildCard = pattern;
+      project->ExcludeFilters->Add(filter);
+    }
+  };
+  const struct {
+    const char* name;
+    bool byWildcards, byRegExps;
+  } cases[] = {
+      {"mCount", false, false},       {"Run", true, true},   {"_debug", false, false},
+      {"TestRunHelper", true, false}, {"Größe", true, true},
+  };
+  useFilters({"m*", "_?ebug"});
+  for (const auto& c : cases) EXPECT_EQ(generation.ValidMemberName(c.name), c.byWildcards) << c.name;
+
+  // A pattern that does not compile ("[") matches nothing; the others are searched for anywhere.
+  useFilters({"^m[A-Z]", "ebug$", "[", "^Test.*Helper$"});
+  project->ExcludeFiltersRegExp(true);
+  for (const auto& c : cases) EXPECT_EQ(generation.ValidMemberName(c.name), c.byRegExps) << c.name;
 }
 
 // Model comments on real items: a project with classes and their methods.

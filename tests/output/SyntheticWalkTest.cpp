@@ -26,6 +26,7 @@ const char* kConfiguration = R"(<KavrelConfiguration>
 // The standard template's layouts over the test provider's definitions.
 const char* kTemplate = R"(<Template Name="Synthetic">
   <DocType Name="kv.test"/><ItemType Name="source"/>
+  <Variable Name="Copyright" Default=""/><Variable Name="FooterText" Default=""/>
   <Namespace Name="KV:TestRoot" DisplayName="Projects" Handler="KVTest.Provider" CoreDefinition="True" ChildKinds="m">
     <Namespace Name="KV:Component" DisplayName="Components" Handler="KVTest.Provider" ChildKinds="m">
       <Namespace Name="KV:Block" DisplayName="Procedures" Handler="KVTest.Provider" ChildKinds="m"/>
@@ -92,7 +93,8 @@ TEST_F(SyntheticWalk, EveryItemOfEveryDefinitionGetsItsPageAndTheProviderHearsOf
   EXPECT_THAT(told, HasSubstr(config.scratch("out/Acme~Widget1~Run.html")));
   EXPECT_THAT(told, HasSubstr(config.scratch("out/index.html")));
   const std::string page = test::readFile(config.scratch("out/Acme~Widget1.html"));
-  EXPECT_THAT(page, HasSubstr("<title>Widget1</title>"));
+  EXPECT_THAT(page, HasSubstr("<h1>Widget1</h1>"));
+  EXPECT_THAT(page, Not(HasSubstr("!UNRECOGNISED")));
   EXPECT_THAT(page, HasSubstr("<meta name=\"id\" content=\"Acme~Widget1\" />"));
   EXPECT_TRUE(fs::exists(config.scratch("out/webframe.html")));
 }
