@@ -130,7 +130,20 @@ bool KVContentFile::LoadText(const std::string& Text, std::optional<bool> LoadOn
   return guard<bool>(kModule, [&] { return Read(Text, LoadOnDemand); });
 }
 
-bool KVContentFile::Read(const std::string& text, std::optional<bool> loadOnDemand) {
+std::string KVContentFile::RebindText() {
+  return mDirty || mStoredText.empty() ? SaveText() : mStoredText;
+}
+
+bool KVContentFile::Rebind(const std::string& Text) {
+  return guard<bool>(kModule, [&] {
+    const bool dirty = mDirty;
+    const bool bound = Read(Text, LoadOnDemand, false);
+    Dirty(dirty);
+    return bound;
+  });
+}
+
+bool KVContentFile::Read(const std::string& text, std::optional<bool> loadOnDemand, bool tellOrphans) {
   auto doc = std::make_shared<XMLDocument>();
   if (!doc->LoadXML(text) || doc->RootNode().Name() != kRootName) {
     ShowMessage("This file does not appear to contain Kavrel comment data", mb::Exclamation, "Invalid file content");
@@ -169,11 +182,12 @@ bool KVContentFile::Read(const std::string& text, std::optional<bool> loadOnDema
   // load applies everything it can, makes orphans of the rest and needs the document no more.
   if (mRootItem) InternalApplyContent("", !LoadOnDemand);
   if (mRootItem && !LoadOnDemand) mContentDoc.reset();
-  if (OrphanedItems->Count() > 0)
+  if (tellOrphans && OrphanedItems->Count() > 0)
     ShowMessage(std::to_string(OrphanedItems->Count()) + " item(s) with comments in the Content File '" + FileName +
                     "' could not be found. Their comments are kept and saved with the file.",
                 mb::Exclamation, "Orphaned comments");
   mLoaded = true;
+  mStoredText = text;
   Dirty(false);
   return true;
 }
@@ -319,6 +333,7 @@ bool KVContentFile::SaveFile(const std::string& TargetFileName) {
       return false;
     }
     mLoaded = true;
+    mStoredText = text;
     Dirty(false);
     return true;
   });

@@ -109,6 +109,13 @@ class KVContentFile {
   // The same without the disk, for readers of text: FileName only resolves relative names.
   bool LoadText(const std::string& Text, std::optional<bool> LoadOnDemand = {});
   std::string SaveText();
+  // Binds the file again after its doc type has made its items anew (a new parse, say): `Text`,
+  // what RebindText gave before, is read onto the new items. The user was told of orphans before,
+  // and Dirty stays as it was.
+  bool Rebind(const std::string& Text);
+  // The file as last read or written; with unsaved changes, as SaveText makes it. Comments the doc
+  // type puts on its items itself (from source code) are in it only then.
+  std::string RebindText();
 
   // --- Comments onto items ------------------------------------------------------------------------
   // A full load applies every comment at once; one that loads on demand leaves the comments of
@@ -147,7 +154,7 @@ class KVContentFile {
  private:
   void InternalFullyPopulate(const ObjectPtr& Item, const NamespaceDef& NamespaceDef);
   void takeBinding();
-  bool Read(const std::string& text, std::optional<bool> loadOnDemand);
+  bool Read(const std::string& text, std::optional<bool> loadOnDemand, bool tellOrphans = true);
   void ReadAttributes(const XMLNode& root);
   void WriteItem(XMLNode& root, const ObjectPtr& item);
   void WriteOrphans(XMLNode& root);
@@ -160,6 +167,7 @@ class KVContentFile {
   ObjectPtr mRootItem;
   std::shared_ptr<XMLDocument> mContentDoc;
   std::string mSpellTempFile;
+  std::string mStoredText;  // the text last read or written
   bool mLoaded = false;
   bool mFullyPopulated = false;
   bool mDirty = false;

@@ -1,8 +1,6 @@
 // Applying a comment file's comments to the items of its doc type. Comments are tied to items by
 // qualified name only; the file's document keeps exactly the comments not yet applied, so each
 // later pass over it touches only what is left.
-#include <algorithm>
-
 #include "comments/ContentDates.h"
 #include "comments/KVContentFile.h"
 #include "comments/TaggedCommentServices.h"
@@ -22,6 +20,8 @@ namespace {
 
 constexpr std::string_view kModule = "KVContentFile";
 
+// Definitions with "t" in their kinds are kept out of walks over comment-bearing items. The walk
+// of a load on demand reads the letter as written, FindItems in either case.
 bool walksComments(const NamespaceDef& def, bool ignoreCase) {
   const std::string kinds = ignoreCase ? text::toLower(def.ChildKinds) : def.ChildKinds;
   return kinds.find('t') == std::string::npos;
@@ -40,8 +40,8 @@ struct Target {
     }
     // Item kinds differ in what they offer: the tagged description, else the plain one.
     const bool tagged = ignoreFailure([&] {
-      std::string description = item->get("TaggedDescription").toString();
-      comments::AppendDescription(description, text, wrapType);
+      std::string description = item->get("TaggedDescription").toString(), added = text;
+      comments::AppendDescription(description, added, wrapType);
       item->set("TaggedDescription", description);
     });
     if (!tagged)

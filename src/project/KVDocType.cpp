@@ -1,6 +1,8 @@
 #include "project/KVDocType.h"
 
 #include <filesystem>
+#include <utility>
+#include <vector>
 
 #include "comments/KVContentFiles.h"
 #include "files/XmlValues.h"
@@ -9,6 +11,7 @@
 #include "kavrel/ClassRegistry.h"
 #include "kavrel/FileSystem.h"
 #include "kavrel/INamespaceProvider.h"
+#include "kavrel/Text.h"
 #include "kavrel/XmlDocument.h"
 #include "project/CommunityProperties.h"
 #include "project/KVProject.h"
@@ -232,7 +235,15 @@ void KVDocType::BeforeBuild() {
       def->Prepare();
     }
     if (project) tmpl->Language(project->Language());
+    // A plug-in may make its items anew here: the comment files bound to them follow, taking
+    // what the old items held, unsaved changes included.
+    std::vector<std::pair<std::shared_ptr<KVContentFile>, std::string>> bound;
+    if (project)
+      for (const auto& file : *project->CommentFiles)
+        if (file->RootItem() && text::equalsIgnoreCase(file->DocType, Name()))
+          bound.emplace_back(file, file->RebindText());
     ProjectPlugIn()->BeforeBuild();
+    for (const auto& [file, text] : bound) file->Rebind(text);
     CopySupportFiles(tmpl, false);
     if (project)
       for (const auto& variable : tmpl->VariableDefs) {

@@ -120,6 +120,22 @@ TEST_F(CppCommentFile, AFullLoadPutsEveryCommentOnItsItemAndKeepsTheRestAsOrphan
   EXPECT_NE(saved.find("größer wird nichts"), std::string::npos);
 }
 
+TEST_F(CppCommentFile, ABuildThatParsesTheHeadersAgainKeepsTheCommentsOnTheNewItems) {
+  load(false);
+  const ItemPtr before = item("cpplib~convert");
+  const auto summaries = texts("cpplib~convert", "##SUMMARY");
+  const auto messages = host.messages().size();
+  project->DocTypes->Item("kv.cpp")->BeforeBuild();
+  const ItemPtr after = item("cpplib~convert");
+  ASSERT_NE(after, before);  // parsed anew
+  EXPECT_EQ(texts("cpplib~convert", "##NOTE"), std::vector<std::string>{"Rounds to the nearest µm."});
+  EXPECT_EQ(texts("cpplib~convert", "##SUMMARY"), summaries);  // the source's own, once
+  EXPECT_EQ(file->RootItem(), provider->LoadRootItem("geometry.h"));
+  EXPECT_EQ(file->OrphanedItems->Count(), 1);
+  EXPECT_FALSE(file->Dirty());
+  EXPECT_EQ(host.messages().size(), messages);  // the orphan was told of at the load
+}
+
 TEST_F(CppCommentFile, ApplyingAgainAddsNothing) {
   load(false);
   const auto before = texts("cpplib~Shape", "##REMARKS");

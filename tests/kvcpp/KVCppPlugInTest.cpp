@@ -123,10 +123,21 @@ TEST_F(KVCppPlugIn, ABuildLogsTheErrorsOfBrokenHeadersAsWarningsWithFileAndLine)
   EXPECT_THAT(items.Output, HasSubstr("KV:Class Component late~Survivor"));
 }
 
-// The bundled example, built as a user builds it: every page shows its item without a failure
-// text (tests/output/ExampleBuildTest.cpp follows the links of the same site).
-TEST_F(KVCppPlugIn, TheExampleBuildsToASiteWithItsCommentsAndNoUnresolvedText) {
+// The bundled example with a comment file, built as a user builds it: every page shows its item
+// without a failure text and the comment file's remark reaches its page
+// (tests/output/ExampleBuildTest.cpp follows the links of the same site).
+TEST_F(KVCppPlugIn, TheExampleBuildsToASiteWithItsComments) {
   fs::copy(fs::path(KV_TEST_DATA_DIR) / "../../examples/cpplib", temp.path("cpplib"), fs::copy_options::recursive);
+  // A comment file beside the project adds a remark of its own.
+  test::writeFile(
+      temp.path("cpplib/geometry.kvc"),
+      R"(<KavrelComments Version="5.0" Moniker="geometry.h" DocType="kv.cpp" Template="Standard" )"
+      R"(ShowInherited="False"><c eid="cpplib~Circle" tid="##REMARKS">Kreise sind rund.</c></KavrelComments>)");
+  std::string kvp = test::readFile(temp.path("cpplib/cpplib.kvp"));
+  kvp.replace(
+      kvp.find("<CommentFiles/>"), 15,
+      R"(<CommentFiles><CommentFile FileName="geometry.kvc" DocType="kv.cpp" ItemMoniker="geometry.h"/></CommentFiles>)");
+  test::writeFile(temp.path("cpplib/cpplib.kvp"), kvp);
   const ProcessResult r = run({"build", "cpplib/cpplib.kvp", "--output", "out", "--no-compile"});
   ASSERT_EQ(r.ExitCode, 0) << r.Output;
   long pages = 0;
@@ -141,6 +152,7 @@ TEST_F(KVCppPlugIn, TheExampleBuildsToASiteWithItsCommentsAndNoUnresolvedText) {
   EXPECT_THAT(test::readFile(temp.path("out/cpplib~convert.html")), HasSubstr("<dd>the unit wanted</dd>"));
   EXPECT_THAT(test::readFile(temp.path("out/cpplib~Shape.html")),
               HasSubstr("Something that can be drawn and measured."));
+  EXPECT_THAT(test::readFile(temp.path("out/cpplib~Circle.html")), HasSubstr("Kreise sind rund."));
 }
 
 }  // namespace
