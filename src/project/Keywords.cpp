@@ -1,5 +1,6 @@
 #include "project/Keywords.h"
 
+#include "kavrel/Failure.h"
 #include "kavrel/Text.h"
 #include "project/SortableCollection.h"
 
@@ -33,14 +34,44 @@ void Keyword::Sort() {
   if (mChildKeywords) mChildKeywords->Sort();
 }
 
+const std::shared_ptr<Keyword>* Keywords::Find(std::string_view Key) const {
+  const auto it = mByName.find(text::toLower(Key));
+  return it == mByName.end() ? nullptr : &it->second;
+}
+
+const std::shared_ptr<Keyword>& Keywords::Item(long Index) const {
+  if (Index < 1 || Index > Count()) throw Failure(err::SubscriptOutOfRange, "Subscript out of range");
+  return mKeywords[size_t(Index - 1)];
+}
+
+const std::shared_ptr<Keyword>& Keywords::Item(std::string_view Key) const {
+  if (const auto* found = Find(Key)) return *found;
+  throw Failure(err::InvalidProcedureCall, "No keyword '" + std::string(Key) + "'");
+}
+
+bool Keywords::Exists(std::string_view Key) const {
+  return Find(Key) != nullptr;
+}
+
+void Keywords::Add(std::shared_ptr<Keyword> keyword) {
+  if (!mByName.emplace(text::toLower(keyword->Name), keyword).second)
+    throw Failure(err::KeyAlreadyExists, "This key is already associated with an element of this collection");
+  mKeywords.push_back(std::move(keyword));
+}
+
+void Keywords::Remove(long Index) {
+  mByName.erase(text::toLower(Item(Index)->Name));
+  mKeywords.erase(mKeywords.begin() + (Index - 1));
+}
+
 std::shared_ptr<Keyword> Keywords::AddSimpleKeyword(const std::string& Name, const std::string& Target) {
   std::shared_ptr<Keyword> keyword;
-  if (const auto* found = mKeywords.Find(Name)) {
+  if (const auto* found = Find(Name)) {
     keyword = *found;
   } else {
     keyword = std::make_shared<Keyword>(Name);
     // An empty name cannot be a key: such a keyword is handed back but not stored.
-    if (!Name.empty()) mKeywords.Add(keyword, Name);
+    if (!Name.empty()) Add(keyword);
   }
   if (!Target.empty()) keyword->AddJump(Target);
   return keyword;
@@ -71,8 +102,7 @@ void Keywords::Sort() {
     keyword->Sort();
     sorted.Add(keyword, keyword->Name);
   }
-  mKeywords.Clear();
-  for (const auto& keyword : sorted) mKeywords.Add(keyword, keyword->Name);
+  mKeywords.assign(sorted.begin(), sorted.end());
 }
 
 }  // namespace kv

@@ -6,9 +6,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
-#include "kavrel/Collection.h"
 #include "kavrel/Object.h"
 
 namespace kv {
@@ -42,15 +42,19 @@ class Keyword : public Object {
   std::unique_ptr<Keywords> mChildKeywords;
 };
 
-// Keywords keyed by name (ignoring case), sorted on demand.
+// Keywords keyed by name (ignoring case), sorted on demand. Every page adds its keywords, so a
+// name is found through a hash of its folded form, not by a walk through the store.
 class Keywords {
  public:
-  long Count() const { return mKeywords.Count(); }
-  const std::shared_ptr<Keyword>& Item(long Index) const { return mKeywords.Item(Index); }
-  const std::shared_ptr<Keyword>& Item(std::string_view Key) const { return mKeywords.Item(Key); }
-  bool Exists(std::string_view Key) const { return mKeywords.Exists(Key); }
-  void Add(std::shared_ptr<Keyword> keyword) { mKeywords.Add(keyword, keyword->Name); }
-  void Remove(long Index) { mKeywords.Remove(Index); }
+  long Count() const { return long(mKeywords.size()); }
+  // The keyword at a 1-based position; fails for a bad position.
+  const std::shared_ptr<Keyword>& Item(long Index) const;
+  // The keyword of that name; fails when there is none.
+  const std::shared_ptr<Keyword>& Item(std::string_view Key) const;
+  bool Exists(std::string_view Key) const;
+  // Adds a keyword; fails when one of that name is there.
+  void Add(std::shared_ptr<Keyword> keyword);
+  void Remove(long Index);
 
   // Finds or adds the keyword `Name`, with a jump to `Target` when one is given.
   std::shared_ptr<Keyword> AddSimpleKeyword(const std::string& Name, const std::string& Target);
@@ -64,7 +68,10 @@ class Keywords {
   auto end() const { return mKeywords.end(); }
 
  private:
-  Collection<std::shared_ptr<Keyword>> mKeywords;
+  const std::shared_ptr<Keyword>* Find(std::string_view Key) const;
+
+  std::vector<std::shared_ptr<Keyword>> mKeywords;
+  std::unordered_map<std::string, std::shared_ptr<Keyword>> mByName;  // folded name -> keyword
 };
 
 }  // namespace kv
