@@ -12,32 +12,16 @@
 #include "support/Items.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
+#include "support/TemplateParts.h"
 #include "support/TestNamespaceProvider.h"
 
 namespace kv::test {
 namespace {
 
+constexpr const char* kHandler = "Test.TOCProvider";
+
 using ::testing::HasSubstr;
 using ::testing::Not;
-
-struct RootPlugIn : IKVProjectPlugIn {
-  ObjectPtr root = makeItem("vbProject", {{"Name", "Lib"}, {"QualifiedName", "Lib"}});
-  bool SomethingToDocument() override { return true; }
-  ObjectPtr RootItems(const std::string&) override { return makeCollection({{"Lib", root}}); }
-};
-
-struct BuildErrors : KVProjectEvents {
-  std::vector<std::string> texts;
-  void BuildError(const std::string& text, KVErrorLevel) override { texts.push_back(text); }
-};
-
-std::shared_ptr<NamespaceDef> namespaceDef(const std::string& name) {
-  auto def = std::make_shared<NamespaceDef>();
-  def->Name = name;
-  def->DisplayName = name;
-  def->Handler = "Test.TOCProvider";
-  return def;
-}
 
 ObjectPtr component(const std::string& name, bool excluded = false) {
   auto item = makeItem("Component", {{"Name", name}, {"QualifiedName", "Lib~" + name}});
@@ -64,15 +48,15 @@ class TableOfContentsTest : public ::testing::Test {
     writeFile(temp.path("out/index.html"), "<html></html>");
     tmpl = std::make_shared<Template>();
     tmpl->Folder = temp.path("template") + "/";
-    auto classDef = namespaceDef("KV:Class");
-    classDef->ChildNamespaceDefs.Add(namespaceDef("KV:Method"), "KV:Method");
+    auto classDef = namespaceDef("KV:Class", kHandler);
+    classDef->ChildNamespaceDefs.Add(namespaceDef("KV:Method", kHandler), "KV:Method");
     tmpl->NamespaceDefs.Add(classDef, "KV:Class");
     auto docType = std::make_shared<KVDocType>("kv.test", plugIn);
     docType->mSelectedTemplate = tmpl;
     project->DocTypes->Add(docType);
     useDefinition(kDefinition);
 
-    TestNamespaceProvider::registerAs("Test.TOCProvider", provider);
+    TestNamespaceProvider::registerAs(kHandler, provider);
     provider->items["KV:Class"] = [this](const ObjectPtr&) { return classes; };
     provider->items["KV:Method"] = [](const ObjectPtr& parent) {
       std::vector<ObjectPtr> methods;
@@ -83,7 +67,7 @@ class TableOfContentsTest : public ::testing::Test {
     };
   }
   void TearDown() override {
-    ClassRegistry::instance().remove("Test.TOCProvider");
+    ClassRegistry::instance().remove(kHandler);
     project->Terminate();
   }
 

@@ -22,6 +22,7 @@
 #include "support/RecordingHost.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
+#include "support/TemplateParts.h"
 #include "support/TestNamespaceProvider.h"
 
 namespace kv::test {
@@ -31,11 +32,6 @@ namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-
-struct Errors : KVProjectEvents {
-  std::vector<std::string> texts;
-  void BuildError(const std::string& text, KVErrorLevel) override { texts.push_back(text); }
-};
 
 class BuildPreparationTest : public ::testing::Test {
  protected:
@@ -49,7 +45,7 @@ class BuildPreparationTest : public ::testing::Test {
   TempFolder temp;
   ScopedRecordingHost host;
   std::shared_ptr<KVProject> project = KVProject::New();
-  std::shared_ptr<Errors> errors = std::make_shared<Errors>();
+  std::shared_ptr<BuildErrors> errors = std::make_shared<BuildErrors>();
   PageGeneration generation{*project};
 };
 

@@ -15,21 +15,21 @@
 #include "support/Items.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
+#include "support/TemplateParts.h"
 #include "support/TestNamespaceProvider.h"
 
 namespace kv::test {
 namespace {
+
+constexpr const char* kHandler = "Test.PageProvider";
 
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-struct RecordingPlugIn : IKVProjectPlugIn {
-  ObjectPtr root = makeItem("vbProject", {{"Name", "Lib"}, {"QualifiedName", "Lib"}});
+struct RecordingPlugIn : RootPlugIn {
   std::vector<std::string> calls;
-  bool SomethingToDocument() override { return true; }
-  ObjectPtr RootItems(const std::string&) override { return makeCollection({{"Lib", root}}); }
   void BeforeBuild() override { calls.push_back("BeforeBuild"); }
   void AfterBuild() override { calls.push_back("AfterBuild"); }
   void Reset() override { calls.push_back("Reset"); }
@@ -51,25 +51,6 @@ struct Events : KVProjectEvents {
   void BuildError(const std::string& text, KVErrorLevel) override { errors.push_back(text); }
 };
 
-std::shared_ptr<NamespaceDef> namespaceDef(const std::string& name, const std::string& childKinds = "") {
-  auto def = std::make_shared<NamespaceDef>();
-  def->Name = name;
-  def->DisplayName = name;
-  def->Handler = "Test.PageProvider";
-  def->ChildKinds = childKinds;
-  return def;
-}
-
-std::shared_ptr<PageLayout> layout(const std::string& file, const std::string& namespaces,
-                                   const std::string& pattern = "") {
-  auto pl = std::make_shared<PageLayout>();
-  pl->Name = file;
-  pl->TemplateFileName = file;
-  pl->NamespaceList = namespaces;
-  pl->OutputFileNamePattern = pattern;
-  return pl;
-}
-
 constexpr const char* kItemLayout =
     "<html><head><!--KVMETADATA start--><meta name=\"id\" content=\"%%item_qualified_name%%\" />"
     "<!--KVMETADATA end--></head><body><h1>%%itemname%%</h1></body></html>";
@@ -90,7 +71,7 @@ class PageGenerationTest : public ::testing::Test {
     project->ProjectGroupName("Lib");
     project->Silent = true;
 
-    TestNamespaceProvider::registerAs("Test.PageProvider", provider);
+    TestNamespaceProvider::registerAs(kHandler, provider);
     provider->items["KV:Class"] = [this](const ObjectPtr&) { return classes; };
     provider->items["KV:Method"] = [](const ObjectPtr& parent) {
       const std::string owner = parent->get("QualifiedName").toString();
@@ -101,7 +82,7 @@ class PageGenerationTest : public ::testing::Test {
     };
   }
   void TearDown() override {
-    ClassRegistry::instance().remove("Test.PageProvider");
+    ClassRegistry::instance().remove(kHandler);
     project->Terminate();
   }
 
@@ -109,8 +90,8 @@ class PageGenerationTest : public ::testing::Test {
     auto t = std::make_shared<Template>();
     t->Name = name;
     t->Folder = temp.path("tmpl") + "/";
-    auto cls = namespaceDef("KV:Class", "m");
-    cls->ChildNamespaceDefs.Add(namespaceDef("KV:Method", "m"), "KV:Method");
+    auto cls = namespaceDef("KV:Class", kHandler, "m");
+    cls->ChildNamespaceDefs.Add(namespaceDef("KV:Method", kHandler, "m"), "KV:Method");
     t->NamespaceDefs.Add(cls, "KV:Class");
     auto item = layout("item.html", "KV:Class,KV:Method");
     item->Keywords = {{"%%itemname%%", "K"}, {"%%item_qualified_name%%", "A"}};
@@ -234,7 +215,7 @@ TEST_F(PageGenerationTest, AnOutputExtensionOtherThanHtmlReachesPagesAndGeneralF
   };
   auto outputs = std::make_shared<Outputs>();
   outputs->items = provider->items;
-  TestNamespaceProvider::registerAs("Test.PageProvider", outputs);
+  TestNamespaceProvider::registerAs(kHandler, outputs);
   project->OutputFileExtension(".htm");
   tmpl->PageLayouts.Add(layout("members.html", "KV:Class", "%%item_qualified_name%%_P.htm"), "p");
   tmpl->PageLayouts.Add(layout("members.html", "KV:Class", "%%item_qualified_name%%_Q.htm"), "q");

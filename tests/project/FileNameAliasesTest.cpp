@@ -7,40 +7,13 @@
 #include "project/VariableValues.h"
 #include "support/Items.h"
 #include "support/RecordingHost.h"
+#include "support/TemplateParts.h"
 #include "support/TestNamespaceProvider.h"
 
 namespace kv::test {
 namespace {
 
-struct RootPlugIn : IKVProjectPlugIn {
-  ObjectPtr root = makeItem("vbProject", {{"Name", "Lib"}, {"QualifiedName", "Lib"}});
-  bool SomethingToDocument() override { return true; }
-  ObjectPtr RootItems(const std::string&) override { return makeCollection({{"Lib", root}}); }
-};
-
-struct BuildErrors : KVProjectEvents {
-  std::vector<std::string> texts;
-  void BuildError(const std::string& text, KVErrorLevel) override { texts.push_back(text); }
-};
-
-std::shared_ptr<NamespaceDef> namespaceDef(const std::string& name, const std::string& childKinds = "") {
-  auto def = std::make_shared<NamespaceDef>();
-  def->Name = name;
-  def->DisplayName = name;
-  def->Handler = "Test.AliasProvider";
-  def->ChildKinds = childKinds;
-  return def;
-}
-
-std::shared_ptr<PageLayout> layout(const std::string& file, const std::string& namespaces,
-                                   const std::string& pattern = "") {
-  auto pl = std::make_shared<PageLayout>();
-  pl->Name = file;
-  pl->TemplateFileName = file;
-  pl->NamespaceList = namespaces;
-  pl->OutputFileNamePattern = pattern;
-  return pl;
-}
+constexpr const char* kHandler = "Test.AliasProvider";
 
 class FileNameAliasesTest : public ::testing::Test {
  protected:
@@ -48,9 +21,9 @@ class FileNameAliasesTest : public ::testing::Test {
     project = KVProject::New();
     project->Subscribe(errors);
     tmpl = std::make_shared<Template>();
-    auto classes = namespaceDef("KV:Class");
-    classes->ChildNamespaceDefs.Add(namespaceDef("KV:Method"), "KV:Method");
-    classes->ChildNamespaceDefs.Add(namespaceDef("KV:Hidden", "x"), "KV:Hidden");
+    auto classes = namespaceDef("KV:Class", kHandler);
+    classes->ChildNamespaceDefs.Add(namespaceDef("KV:Method", kHandler), "KV:Method");
+    classes->ChildNamespaceDefs.Add(namespaceDef("KV:Hidden", kHandler, "x"), "KV:Hidden");
     tmpl->NamespaceDefs.Add(classes, "KV:Class");
     tmpl->PageLayouts.Add(layout("item.html", "KV:Class,KV:Method,KV:Hidden"), "item");
     tmpl->PageLayouts.Add(layout("members.html", "KV:Class", "%%itemqualifiedname%%_members.html"), "members");
@@ -60,7 +33,7 @@ class FileNameAliasesTest : public ::testing::Test {
     docType->mSelectedTemplate = tmpl;
     project->DocTypes->Add(docType);
 
-    TestNamespaceProvider::registerAs("Test.AliasProvider", provider);
+    TestNamespaceProvider::registerAs(kHandler, provider);
     const auto a = makeItem("Component", {{"Name", "A"}, {"QualifiedName", "Lib~A"}});
     const auto b = makeItem("Component", {{"Name", "B"}, {"QualifiedName", "Lib~B"}});
     provider->items["KV:Class"] = [a, b](const ObjectPtr&) { return std::vector<ObjectPtr>{a, b}; };
@@ -73,7 +46,7 @@ class FileNameAliasesTest : public ::testing::Test {
     project->UseFileNameAliases(true);
   }
   void TearDown() override {
-    ClassRegistry::instance().remove("Test.AliasProvider");
+    ClassRegistry::instance().remove(kHandler);
     project->Terminate();
   }
 

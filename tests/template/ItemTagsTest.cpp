@@ -6,7 +6,6 @@
 #include "kavrel/model/Block.h"
 #include "kavrel/model/Parameter.h"
 #include "kavrel/model/TaggedComments.h"
-#include "template/ParserTemplate.h"
 #include "template/ProviderFixture.h"
 
 namespace kv::test {
@@ -32,13 +31,6 @@ class ItemTagsTest : public ProviderFixture {
     x->TaggedComments().Add(std::make_shared<TaggedComment>(Atom("##PARAM"), "100% sure, %%itemname%% and $$WORD$$"));
     block->AddParameter(Atom("y"), Atom("int"));
     show(block, "Functions");
-  }
-  std::string render(const std::string& layout) {
-    ParserTemplate page;
-    page.LoadText(layout);
-    EXPECT_EQ(page.LoadErrors(), "");
-    page.DataProvider(provider);
-    return page.ParseToString();
   }
 
   std::shared_ptr<Block> block;

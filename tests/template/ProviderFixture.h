@@ -16,6 +16,7 @@
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 #include "template/CommonProvider.h"
+#include "template/ParserTemplate.h"
 
 namespace kv::test {
 
@@ -44,6 +45,14 @@ class ProviderFixture : public ::testing::Test {
   // Makes `item` the current item, with `type` as the caller's item type.
   void show(const ObjectPtr& item, const std::string& type = "Item", const ObjectPtr& parent = nullptr) {
     provider->SetCurrentItem(nullptr, item, type, parent);
+  }
+  // The layout rendered for the current item, so that the page's own expansion has run.
+  std::string render(const std::string& layout) {
+    ParserTemplate page;
+    page.LoadText(layout);
+    EXPECT_EQ(page.LoadErrors(), "");
+    page.DataProvider(provider);
+    return page.ParseToString();
   }
 
   ScopedRecordingHost host;

@@ -9,7 +9,6 @@
 #include "kavrel/model/Example.h"
 #include "project/KVProjectEvents.h"
 #include "support/ScopedEnvironment.h"
-#include "template/ParserTemplate.h"
 #include "template/ProviderFixture.h"
 #include "template/TestProvider.h"
 
@@ -38,14 +37,6 @@ class ProviderTagsTest : public ProviderFixture {
     for (const auto& [name, value] : parameters) element.AddParameter(value, name);
     std::shared_ptr<FileSystem> file;
     return provider->ProvideData(element, file);
-  }
-  // The layout rendered for the current item, so that the page's own expansion has run.
-  std::string render(const std::string& layout) {
-    ParserTemplate page;
-    page.LoadText(layout);
-    EXPECT_EQ(page.LoadErrors(), "");
-    page.DataProvider(provider);
-    return page.ParseToString();
   }
 };
 
