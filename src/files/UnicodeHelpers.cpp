@@ -180,14 +180,15 @@ std::string UnicodeHelpers::URLDecode(std::string_view text) {
   return codepage::isUtf8(bytes) ? bytes : codepage::toUtf8(bytes, codepage::Windows1252);
 }
 
-std::string UnicodeHelpers::URLEncode(std::string_view text) {
+std::string UnicodeHelpers::URLEncode(std::string_view text, std::string_view alsoPlain) {
   static constexpr char kHex[] = "0123456789ABCDEF";
   std::string out;
   out.reserve(text.size());
   for (const char c : text) {
     const auto b = static_cast<unsigned char>(c);
     const bool keep = (b >= 'A' && b <= 'Z') || (b >= 'a' && b <= 'z') || (b >= '0' && b <= '9') || b == '-' ||
-                      b == '.' || b == '_' || b == '~' || b == '/' || b == ':';
+                      b == '.' || b == '_' || b == '~' || b == '/' || b == ':' ||
+                      alsoPlain.find(c) != std::string_view::npos;
     if (keep) {
       out += c;
     } else {

@@ -59,8 +59,8 @@ class UnicodeHelpers {
   // escapes stay as they stand. Decoded bytes that are not UTF-8 are read as Windows-1252.
   static std::string URLDecode(std::string_view text);
   // Percent-encoding of the UTF-8 bytes. Kept as they stand: the unreserved characters
-  // A-Z a-z 0-9 - . _ ~ and the separators "/" and ":".
-  static std::string URLEncode(std::string_view text);
+  // A-Z a-z 0-9 - . _ ~, the separators "/" and ":", and the characters of `alsoPlain`.
+  static std::string URLEncode(std::string_view text, std::string_view alsoPlain = {});
 
   // Locale and code page tables. An unknown ID gives a record with Valid false.
   static Locale LocaleFromID(long lcid);

@@ -3,12 +3,12 @@
 // scrap with the row's item as the current item. A tag with nothing to show adds no text, so a
 // layout can name every section and an item shows those it has.
 #include <cctype>
-#include <cstdio>
 
 #include "comments/TaggedCommentServices.h"
 #include "definitions/Configuration.h"
 #include "definitions/Template.h"
 #include "files/EscapeText.h"
+#include "files/UnicodeHelpers.h"
 #include "host/FailureHandler.h"
 #include "kavrel/INamespaceProvider.h"
 #include "kavrel/NamespaceDef.h"
@@ -41,23 +41,11 @@ std::string memberOf(const ObjectPtr& item, std::string_view member) {
 }
 
 // A file name as a relative URL: what is not plain in a path is written %XX, so that names
-// with blanks, "<", "&" or "#" (C++ operators) still lead to their page.
+// with blanks, "<" or "#" (C++ operators) still lead to their page. "&", "[" and "]" stay as
+// they are: browsers take them so, and the HTML Help compiler, which reads no escape but "%20",
+// finds the pages of overloads and operators by them.
 std::string urlPath(std::string_view name) {
-  // "&", "[" and "]" stay as they are: browsers take them so, and the HTML Help compiler, which
-  // reads no escape but "%20", finds the pages of overloads and operators by them.
-  static constexpr std::string_view kPlain = "-_.~!$'()*+,;=:@/&[]";
-  std::string out;
-  for (const unsigned char c : name) {
-    if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-        kPlain.find(char(c)) != std::string_view::npos) {
-      out += char(c);
-    } else {
-      char escaped[4];
-      std::snprintf(escaped, sizeof escaped, "%%%02X", c);
-      out += escaped;
-    }
-  }
-  return out;
+  return UnicodeHelpers::URLEncode(name, "!$'()*+,;=@&[]");
 }
 
 // Each "<pre>" block of comment text, which is how comments hold code, as a coloured code block.
