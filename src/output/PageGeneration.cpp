@@ -298,7 +298,10 @@ void PageGeneration::OutputNamespacePage(const Template& Template, INamespacePro
 void PageGeneration::RenderTo(ParserTemplate& Template, const std::string& FileName) {
   auto file = std::make_shared<FileSystem>(FileName);
   ignoreFailure([&] {
-    file->CreateFolder();
+    if (file->Folder() != mMadeFolder) {
+      file->CreateFolder();
+      mMadeFolder = file->Folder();
+    }
     file->Open(FileSystem::CreateAlways, FileSystem::AccessWrite);
   });
   CheckFileOpen(*file, true);

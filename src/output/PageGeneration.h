@@ -87,6 +87,8 @@ class PageGeneration {
 
   KVProject& mProject;
   std::map<std::string, std::shared_ptr<ParserTemplate>> mLoadedParserTemplates;
+  // The folder the last page went into: pages come in runs into one folder, which is made once.
+  std::string mMadeFolder;
   long mNesting = 0;
   bool mTriedRegExp = false, mUseRegExp = false;
 };
