@@ -28,6 +28,9 @@ class KV_API Object : public std::enable_shared_from_this<Object> {
   virtual Variant get(std::string_view member) const;
   virtual void set(std::string_view member, const Variant& value);
   virtual Variant call(std::string_view member, const Arguments& args = {});
+  // False when the object is known to lack the member, so that a caller probing for an optional
+  // member need not pay for a failure. Objects that cannot tell answer true.
+  virtual bool hasMember(std::string_view member) const;
 
  protected:
   [[noreturn]] static void memberMissing(std::string_view member);
@@ -63,7 +66,7 @@ class KV_API DynamicObject : public Object {
   DynamicObject& field(std::string name, Variant initial = {});
   DynamicObject& property(std::string name, Getter getter, Setter setter = nullptr);
   DynamicObject& method(std::string name, Method method);
-  bool hasMember(std::string_view name) const;
+  bool hasMember(std::string_view name) const override;
 
  private:
   struct Property {

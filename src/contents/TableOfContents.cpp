@@ -6,7 +6,6 @@
 #include "definitions/TOCDefinition.h"
 #include "definitions/Template.h"
 #include "files/EscapeText.h"
-#include "files/UnicodeHelpers.h"
 #include "host/FailureHandler.h"
 #include "kavrel/DataProvider.h"
 #include "kavrel/FileSystem.h"
@@ -14,6 +13,7 @@
 #include "kavrel/NamespaceDef.h"
 #include "kavrel/StringCollection.h"
 #include "kavrel/Text.h"
+#include "kavrel/model/TaggedComments.h"
 #include "project/AdditionalFiles.h"
 #include "project/KVDocType.h"
 #include "project/KVDocTypes.h"
@@ -21,13 +21,7 @@
 #include "template/TextExpansion.h"
 
 namespace kv {
-namespace {
-
-bool hasComment(const ObjectPtr& item, std::string_view tag) {
-  return UnicodeHelpers::CollectionHasKey(item->get("TaggedComments").toObject(), tag);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 std::string TableOfContents::AppendCommaDelimited(const std::string& Source, const std::string& Addition) {
   return Source.empty() ? Addition : Source + "," + Addition;
@@ -118,7 +112,7 @@ void TableOfContents::CreateTOCNode_Namespace(KVDocType& DocType, const TOCDefin
   if (!GenerateThisNode) return;
   // An item its author keeps out of the table of contents writes no entry; its children still may.
   ignoreFailure([&] {
-    if (obj && hasComment(obj, "##EXCLUDE_TOC")) GenerateThisNode = false;
+    if (obj && HasTaggedComment(obj, "##EXCLUDE_TOC")) GenerateThisNode = false;
   });
 
   std::shared_ptr<DataProvider> tDDP;

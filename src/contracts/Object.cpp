@@ -27,8 +27,12 @@ bool TypeMatch(const Variant& item, std::string_view typeName) {
   return item.isObject() && TypeMatch(item.toObject(), typeName);
 }
 
+bool Object::hasMember(std::string_view) const {
+  return true;
+}
+
 Variant getOr(const ObjectPtr& object, std::string_view member, Variant fallback) {
-  if (!object) return fallback;
+  if (!object || !object->hasMember(member)) return fallback;
   try {
     return object->get(member);
   } catch (const Failure&) {

@@ -1,5 +1,6 @@
 #include "kavrel/model/TaggedComments.h"
 
+#include "files/UnicodeHelpers.h"
 #include "kavrel/Failure.h"
 #include "kavrel/model/Item.h"
 
@@ -54,6 +55,14 @@ void TaggedComments::set(std::string_view member, const Variant& value) {
 }
 Variant TaggedComments::call(std::string_view member, const Arguments& args) {
   return commentsTable().call(*this, member, args);
+}
+
+bool HasTaggedComment(const ObjectPtr& item, std::string_view tag) {
+  if (const auto* own = dynamic_cast<const Item*>(item.get()))
+    return own->HasTaggedComments() && own->TaggedComments().Find(tag) != nullptr;
+  const Variant comments = getOr(item, "TaggedComments");
+  if (!comments.isObject() || comments.isNothing()) return false;
+  return UnicodeHelpers::CollectionHasKey(comments.toObject(), tag);
 }
 
 const MemberTable& TaggedComments::commentsTable() {

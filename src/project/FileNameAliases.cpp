@@ -6,11 +6,11 @@
 
 #include "definitions/Configuration.h"
 #include "files/HtmlLinks.h"
-#include "files/UnicodeHelpers.h"
 #include "host/FailureHandler.h"
 #include "kavrel/DataProvider.h"
 #include "kavrel/INamespaceProvider.h"
 #include "kavrel/Text.h"
+#include "kavrel/model/TaggedComments.h"
 #include "project/KVDocTypes.h"
 #include "project/KVProject.h"
 #include "project/VariableValues.h"
@@ -42,13 +42,6 @@ std::optional<std::tm> readDate(const std::string& s) {
 
 bool earlier(const std::tm& a, const std::tm& b) {
   return std::tie(a.tm_year, a.tm_mon, a.tm_mday) < std::tie(b.tm_year, b.tm_mon, b.tm_mday);
-}
-
-// Whether `item` carries a comment with `tag` in its tagged comments.
-bool hasComment(const ObjectPtr& item, std::string_view tag) {
-  bool found = false;
-  ignoreFailure([&] { found = UnicodeHelpers::CollectionHasKey(item->get("TaggedComments").toObject(), tag); });
-  return found;
 }
 
 }  // namespace
@@ -227,15 +220,16 @@ std::optional<std::string> KVProject::LookForFileNameAliases(std::string_view Pa
 bool KVProject::IsItemNew(const ObjectPtr& Item) {
   if (!Item) return false;
   bool isNew = false;
-  ignoreFailure([&] { isNew = Item->get("IsNew").toBool(); });
+  ignoreFailure([&] { isNew = getOr(Item, "IsNew").toBool(); });
   const bool component = TypeMatch(Item, "Component");
-  if (!isNew) isNew = (component && hasComment(Item, "##MODULE_ISNEW")) || hasComment(Item, "##ISNEW");
+  const bool moduleMark = component && HasTaggedComment(Item, "##MODULE_ISNEW");
+  if (!isNew) isNew = moduleMark || HasTaggedComment(Item, "##ISNEW");
 
   if (isNew) {
     std::string date;
     const bool found = ignoreFailure([&] {
       const ObjectPtr comments = Item->get("TaggedComments").toObject();
-      const char* tag = component && hasComment(Item, "##MODULE_ISNEW") ? "##MODULE_ISNEW" : "##ISNEW";
+      const char* tag = moduleMark ? "##MODULE_ISNEW" : "##ISNEW";
       date = comments->call("Item", {Variant(tag)}).toObject()->get("Description").toString();
     });
     // A mark dated before the project's "IsNewDate" has expired.
@@ -246,7 +240,10 @@ bool KVProject::IsItemNew(const ObjectPtr& Item) {
     }
   }
   // A member of a new component is new.
-  if (!isNew) ignoreFailure([&] { isNew = IsItemNew(Item->get("Component").toObject()); });
+  if (!isNew) {
+    const Variant component = getOr(Item, "Component");
+    if (component.isObject()) isNew = IsItemNew(component.toObject());
+  }
   return isNew;
 }
 

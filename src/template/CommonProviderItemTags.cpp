@@ -146,7 +146,10 @@ std::optional<std::string> CommonProvider::itemTag(const std::string& type, cons
     if (text::trim(code).empty()) return std::string();
     const std::string definition =
         CodeHighlighter::LanguageDefinition(optional(Element, "language"), memberOf(mCurrentItem, "SourceFileName"));
-    return section(Element, ProtectPercent(CodeBlockHtml(code, definition, !definition.empty(), ExampleWrapLength)));
+    const std::string* coloursMember = Element.Parameters().Find("colours");
+    const std::string colours = coloursMember ? memberOf(mCurrentItem, *coloursMember) : std::string();
+    return section(Element, ProtectPercent(CodeBlockHtml(code, definition, !definition.empty() || !colours.empty(),
+                                                         ExampleWrapLength, colours)));
   }
   if (type == "examples") {
     const auto documented = std::dynamic_pointer_cast<DocumentedItem>(mCurrentItem);
@@ -181,10 +184,8 @@ std::string CommonProvider::itemsTag(const ParserElement& Element) {
       for (const auto& item : *items) rows.emplace_back(item, *child);
   } else {
     // The items of a list the item holds, such as its parameters.
-    std::shared_ptr<ItemListView> list;
-    ignoreFailure([&] {
-      list = std::dynamic_pointer_cast<ItemListView>(item().get(Element.Parameters().Item("member")).toObject());
-    });
+    const Variant member = getOr(mCurrentItem, Element.Parameters().Item("member"));
+    const auto list = member.isObject() ? std::dynamic_pointer_cast<ItemListView>(member.toObject()) : nullptr;
     if (list)
       for (long i = 1; i <= list->Count(); ++i) rows.emplace_back(list->Item(Variant(i)), nullptr);
   }

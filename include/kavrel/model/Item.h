@@ -36,6 +36,7 @@ class KV_API Item : public Object {
   Variant get(std::string_view member) const override;
   void set(std::string_view member, const Variant& value) override;
   Variant call(std::string_view member, const Arguments& args = {}) override;
+  bool hasMember(std::string_view member) const override { return memberTable().has(member); }
   // The named members of this kind; a kind that adds members overrides it.
   virtual const MemberTable& memberTable() const;
   static const MemberTable& itemTable();

@@ -30,6 +30,7 @@ class KV_API TaggedComment : public Object {
   Variant get(std::string_view member) const override;
   void set(std::string_view member, const Variant& value) override;
   Variant call(std::string_view member, const Arguments& args = {}) override;
+  bool hasMember(std::string_view member) const override { return commentTable().has(member); }
   static const MemberTable& commentTable();
 
   const std::string& TagIdentifier() const { return mTagIdentifier.str(); }

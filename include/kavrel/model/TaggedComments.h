@@ -27,6 +27,7 @@ class KV_API TaggedComments : public Object {
   Variant get(std::string_view member) const override;
   void set(std::string_view member, const Variant& value) override;
   Variant call(std::string_view member, const Arguments& args = {}) override;
+  bool hasMember(std::string_view member) const override { return commentsTable().has(member); }
   static const MemberTable& commentsTable();
 
   long Count() const { return mItems.Count(); }
@@ -59,5 +60,9 @@ class KV_API TaggedComments : public Object {
   std::weak_ptr<kv::Item> mOwner;
   bool mNotKeyed = false;
 };
+
+// Whether `item` carries a comment with the key `tag`: read directly from the model's own items,
+// by member name from any other object. An object without comments has none.
+KV_API bool HasTaggedComment(const ObjectPtr& item, std::string_view tag);
 
 }  // namespace kv
