@@ -11,6 +11,10 @@ bool isAscii(std::string_view s) {
   return std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
+unsigned char asciiLower(unsigned char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c + ('a' - 'A')) : c;
+}
+
 // Decodes one UTF-8 sequence at `i`; malformed input yields U+FFFD and advances one byte.
 char32_t decode(std::string_view s, size_t& i) {
   const auto b0 = static_cast<unsigned char>(s[i]);
@@ -196,6 +200,11 @@ long findLast(std::string_view s, std::string_view what, bool ignoreCase) {
 }
 
 std::string toLower(std::string_view s) {
+  if (isAscii(s)) {
+    std::string out(s);
+    for (char& c : out) c = static_cast<char>(asciiLower(static_cast<unsigned char>(c)));
+    return out;
+  }
   const auto& ct = wideCType();
   return mapCase(s, [&](wchar_t c) { return ct.tolower(c); });
 }
@@ -205,13 +214,17 @@ std::string toUpper(std::string_view s) {
   return mapCase(s, [&](wchar_t c) { return ct.toupper(c); });
 }
 
+// Names are nearly always ASCII, and they are compared on every member lookup: the common part
+// is compared byte by byte, and only from the first non-ASCII byte on do both go through the
+// full case mapping.
 bool equalsIgnoreCase(std::string_view a, std::string_view b) {
-  if (isAscii(a) && isAscii(b)) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-             return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
-           });
+  const std::size_t n = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < n; ++i) {
+    const auto x = static_cast<unsigned char>(a[i]), y = static_cast<unsigned char>(b[i]);
+    if ((x | y) & 0x80) return toLower(a.substr(i)) == toLower(b.substr(i));
+    if (asciiLower(x) != asciiLower(y)) return false;
   }
-  return toLower(a) == toLower(b);
+  return a.size() == b.size();
 }
 
 bool containsIgnoreCase(std::string_view s, std::string_view what) {
@@ -301,12 +314,13 @@ std::string join(const std::vector<std::string>& parts, std::string_view delimit
 }
 
 bool LessIgnoreCase::operator()(std::string_view a, std::string_view b) const {
-  if (isAscii(a) && isAscii(b)) {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-      return std::tolower(static_cast<unsigned char>(x)) < std::tolower(static_cast<unsigned char>(y));
-    });
+  const std::size_t n = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < n; ++i) {
+    const auto x = static_cast<unsigned char>(a[i]), y = static_cast<unsigned char>(b[i]);
+    if ((x | y) & 0x80) return toLower(a.substr(i)) < toLower(b.substr(i));
+    if (asciiLower(x) != asciiLower(y)) return asciiLower(x) < asciiLower(y);
   }
-  return toLower(a) < toLower(b);
+  return a.size() < b.size();
 }
 
 }  // namespace kv::text
