@@ -32,7 +32,8 @@ template <class T>
 void place(T& item, const Declaration& d, bool overloaded = false) {
   item.File = d.File;
   item.Line = long(d.Line);
-  item.Text = d.Text;
+  item.Text = d.Code.Text;
+  item.Colours = d.Code.Colours;
   item.Kind = KindName(d.Kind);
   // The qualified name names the item's page too: angle brackets of template arguments become
   // square ones, which file systems, links and the HTML Help compiler all take as they are.
@@ -137,7 +138,7 @@ void CppItems::AddMember(Component& owner, const Declaration& d, const Declarati
     place(*b, d, sameName > 1);
     if (sameName > 1) b->Qualifier(d.Signature);
     b->ReturnType(d.Kind == DeclKind::Macro ? std::string() : d.Type);
-    b->SourceText(d.Text);
+    b->SourceText(d.Code.Text);
     b->Scope(scopeOf(d.AccessLevel));
     owner.Add(b);
     for (const auto& p : d.Parameters) {

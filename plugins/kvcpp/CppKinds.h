@@ -1,6 +1,6 @@
 // The item kinds of the model, as the kv.cpp plug-in makes them: each keeps where its declaration
 // stands and how it reads, reachable by member name ("SourceFileName", "SourceLine",
-// "DeclarationText", "CppKind") beside the members of its kind, and its qualified name in C++
+// "DeclarationText", "DeclarationColours", "CppKind") beside the members of its kind, and its qualified name in C++
 // terms ("geo~Point~scale"). The run-time type name stays the kind's own ("Block", "Component").
 #pragma once
 
@@ -16,6 +16,7 @@ struct CppSource {
   std::string File;
   long Line = 0;
   std::string Text;     // the declaration without its body
+  std::string Colours;  // a letter of kavrel/CodeColours.h for each byte of Text
   std::string Kind;     // "header", "class", "method", "typedef", "macro", ...
   std::string CppName;  // the qualified name; empty: the kind's own rule
 };
@@ -32,6 +33,7 @@ class Cpp : public Base, public CppSource {
       t.template property<C>("SourceFileName", [](const C& c) -> Variant { return c.File; });
       t.template property<C>("SourceLine", [](const C& c) -> Variant { return c.Line; });
       t.template property<C>("DeclarationText", [](const C& c) -> Variant { return c.Text; });
+      t.template property<C>("DeclarationColours", [](const C& c) -> Variant { return c.Colours; });
       t.template property<C>("CppKind", [](const C& c) -> Variant { return c.Kind; });
       return t;
     }();

@@ -1,6 +1,18 @@
 #include "Declaration.h"
 
+#include "kavrel/CodeColours.h"
+
 namespace kv::cpp {
+
+void CodeText::Append(std::string_view text, char colour) {
+  Text += text;
+  for (char c : text) Colours += (c == ' ' || c == '\t' || c == '\r' || c == '\n') ? c : colour;
+}
+
+void CodeText::Append(const CodeText& more) {
+  Text += more.Text;
+  Colours += more.Colours;
+}
 
 Declaration* Declaration::Find(DeclKind kind, const std::string& name, const std::string& signature) const {
   for (const auto& child : Children)

@@ -5,11 +5,21 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "DocComment.h"
 
 namespace kv::cpp {
+
+// Declaration text with its colours, one letter of kavrel/CodeColours.h for each byte.
+struct CodeText {
+  std::string Text;
+  std::string Colours;
+  // Adds `text` in one colour; blanks keep their own letter.
+  void Append(std::string_view text, char colour);
+  void Append(const CodeText& more);
+};
 
 enum class DeclKind {
   Namespace,
@@ -68,7 +78,7 @@ struct Declaration {
   std::string QualifiedName;  // "std::vector"; functions stay ambiguous, see Signature
   std::string Usr;            // the compiler's unique name: one entity, however often declared
   std::string Signature;      // the parameter types for functions: "(int, const char *)"
-  std::string Text;           // the declaration as a reader sees it, without body or comment
+  CodeText Code;              // the declaration as a reader sees it, without body or comment
   std::string Type;           // result, field, alias target, enum base or enumerator value
   std::string File;           // absolute
   unsigned Line = 0;

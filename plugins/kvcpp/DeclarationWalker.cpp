@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "ClangText.h"
+#include "kavrel/CodeColours.h"
 
 namespace kv::cpp {
 namespace {
@@ -54,11 +55,12 @@ Access accessOf(CXCursor c) {
 
 // The text of a declaration up to its body: tokens before the first "{" outside parentheses, and
 // for a constructor before its initialiser list.
-std::vector<std::string> headTokens(const std::vector<std::string>& tokens, bool constructor) {
-  std::vector<std::string> head;
+std::vector<Token> headTokens(const std::vector<Token>& tokens, bool constructor) {
+  std::vector<Token> head;
   int depth = 0;
   bool closedParameters = false;
-  for (const auto& t : tokens) {
+  for (const auto& token : tokens) {
+    const std::string& t = token.Text;
     if (depth == 0 && t == "{") break;
     if (depth == 0 && constructor && closedParameters && t == ":") break;
     if (t == "(" || t == "[") ++depth;
@@ -66,27 +68,47 @@ std::vector<std::string> headTokens(const std::vector<std::string>& tokens, bool
       --depth;
       if (depth == 0) closedParameters = true;
     }
-    head.push_back(t);
+    head.push_back(token);
   }
   return head;
 }
 
 // The tokens after the first "=" of a parameter: its default.
-std::string defaultOf(const std::vector<std::string>& tokens) {
+std::string defaultOf(const std::vector<Token>& tokens) {
   for (size_t i = 0; i < tokens.size(); ++i)
-    if (tokens[i] == "=") return JoinTokens({tokens.begin() + static_cast<long>(i) + 1, tokens.end()});
+    if (tokens[i].Text == "=") return JoinTokens({tokens.begin() + static_cast<long>(i) + 1, tokens.end()}).Text;
   return {};
 }
 
-bool contains(const std::vector<std::string>& tokens, const char* word) {
+bool contains(const std::vector<Token>& tokens, const char* word) {
   for (const auto& t : tokens)
-    if (t == word) return true;
+    if (t.Text == word) return true;
   return false;
 }
 
-bool endsWith(const std::vector<std::string>& tokens, const char* a, const char* b) {
+bool endsWith(const std::vector<Token>& tokens, const char* a, const char* b) {
   const size_t n = tokens.size();
-  return n >= 2 && tokens[n - 2] == a && tokens[n - 1] == b;
+  return n >= 2 && tokens[n - 2].Text == a && tokens[n - 1].Text == b;
+}
+
+bool builtinType(const std::string& keyword) {
+  return oneOf(keyword, {"void", "bool", "char", "wchar_t", "char8_t", "char16_t", "char32_t", "short", "int", "long",
+                         "signed", "unsigned", "float", "double", "auto"});
+}
+
+// The colour of the token at `i`, from its kind and, for a name, whether a parameter list follows.
+char colourOf(const std::vector<Token>& tokens, size_t i) {
+  const Token& t = tokens[i];
+  switch (t.Kind) {
+    case CXToken_Keyword: return builtinType(t.Text) ? colour::Type : colour::Keyword;
+    case CXToken_Identifier:
+      return i + 1 < tokens.size() && tokens[i + 1].Text == "(" ? colour::Function : colour::Plain;
+    case CXToken_Literal:  // "1'000" and ".5f" are numbers; u8"text" and L'c' are not
+      return std::isdigit(static_cast<unsigned char>(t.Text[0])) || t.Text[0] == '.' ? colour::Number : colour::String;
+    case CXToken_Comment: return colour::Comment;
+    case CXToken_Punctuation: return t.Text == "{" || t.Text == "}" ? colour::Bracket : colour::Symbol;
+  }
+  return colour::Plain;
 }
 
 struct VisitContext {
@@ -96,13 +118,13 @@ struct VisitContext {
 
 }  // namespace
 
-std::string JoinTokens(const std::vector<std::string>& tokens) {
-  std::string out;
+CodeText JoinTokens(const std::vector<Token>& tokens) {
+  CodeText out;
   for (size_t i = 0; i < tokens.size(); ++i) {
     // "operator==(": the operator's name runs into its parameters.
-    const bool operatorName = i >= 2 && tokens[i - 2] == "operator" && tokens[i] == "(";
-    if (i && !operatorName && needsSpace(tokens[i - 1], tokens[i])) out += ' ';
-    out += tokens[i];
+    const bool operatorName = i >= 2 && tokens[i - 2].Text == "operator" && tokens[i].Text == "(";
+    if (i && !operatorName && needsSpace(tokens[i - 1].Text, tokens[i].Text)) out.Append(" ", colour::Plain);
+    out.Append(tokens[i].Text, colourOf(tokens, i));
   }
   return out;
 }
@@ -226,7 +248,7 @@ void DeclarationWalker::Visit(CXCursor cursor, Declaration& scope) {
   }
 }
 
-std::vector<DeclarationWalker::Token> DeclarationWalker::Tokens(CXCursor cursor) const {
+std::vector<Token> DeclarationWalker::Tokens(CXCursor cursor) const {
   CXToken* tokens = nullptr;
   unsigned count = 0;
   clang_tokenize(mUnit, clang_getCursorExtent(cursor), &tokens, &count);
@@ -257,9 +279,7 @@ Declaration* DeclarationWalker::Add(CXCursor cursor, Declaration& scope, DeclKin
   decl->QualifiedName = scope.QualifiedName.empty() ? decl->Name : scope.QualifiedName + "::" + decl->Name;
   InDocumentedFile(cursor, &decl->File, &decl->Line);
   decl->AccessLevel = accessOf(cursor);
-  std::vector<std::string> tokens;
-  for (auto& t : Tokens(cursor)) tokens.push_back(std::move(t.Text));
-  decl->Text = JoinTokens(headTokens(tokens, kind == DeclKind::Constructor));
+  decl->Code = JoinTokens(headTokens(Tokens(cursor), kind == DeclKind::Constructor));
   const std::string raw = take(clang_Cursor_getRawCommentText(cursor));
   if (!raw.empty()) decl->Comment = ParseDocComment(raw);
   scope.Children.push_back(std::move(decl));
@@ -276,7 +296,8 @@ void DeclarationWalker::Namespace(CXCursor cursor, Declaration& scope) {
     decl->Name = name;
     decl->QualifiedName = scope.QualifiedName.empty() ? name : scope.QualifiedName + "::" + name;
     decl->Usr = take(clang_getCursorUSR(cursor));
-    decl->Text = "namespace " + decl->QualifiedName;
+    decl->Code.Append("namespace", colour::Keyword);
+    decl->Code.Append(" " + decl->QualifiedName, colour::Plain);
     InDocumentedFile(cursor, &decl->File, &decl->Line);
     scope.Children.push_back(std::move(decl));
     ns = scope.Children.back().get();
@@ -306,7 +327,7 @@ void DeclarationWalker::Record(CXCursor cursor, Declaration& scope, std::string 
   if (kind == CXCursor_ClassTemplatePartialSpecialization) name = take(clang_getCursorDisplayName(cursor));
   Declaration* decl = Add(cursor, scope, as, name);
   if (!decl) return;
-  if (decl->Text == "struct" || decl->Text == "union" || decl->Text == "class") decl->Text += " " + decl->Name;
+  if (oneOf(decl->Code.Text, {"struct", "union", "class"})) decl->Code.Append(" " + decl->Name, colour::Plain);
   TemplateParameters(cursor, *decl);
   struct Bases {
     Declaration* Decl;
@@ -336,11 +357,10 @@ void DeclarationWalker::TemplateParameters(CXCursor cursor, Declaration& decl) {
         if (kind != CXCursor_TemplateTypeParameter && kind != CXCursor_NonTypeTemplateParameter &&
             kind != CXCursor_TemplateTemplateParameter)
           return CXChildVisit_Continue;
-        std::vector<std::string> tokens;
-        for (auto& t : c->Walker->Tokens(child)) tokens.push_back(std::move(t.Text));
+        const std::vector<Token> tokens = c->Walker->Tokens(child);
         CppParameter p;
         p.Name = spelling(child);
-        if (kind == CXCursor_TemplateTypeParameter) p.Type = tokens.empty() ? "typename" : tokens.front();
+        if (kind == CXCursor_TemplateTypeParameter) p.Type = tokens.empty() ? "typename" : tokens.front().Text;
         if (kind == CXCursor_NonTypeTemplateParameter) p.Type = typeText(clang_getCursorType(child));
         if (kind == CXCursor_TemplateTemplateParameter) p.Type = "template";
         p.Default = defaultOf(tokens);
@@ -365,9 +385,8 @@ void DeclarationWalker::Function(CXCursor cursor, Declaration& scope, DeclKind k
       [](CXCursor child, CXCursor, CXClientData data) {
         if (clang_getCursorKind(child) != CXCursor_ParmDecl) return CXChildVisit_Continue;
         auto* c = static_cast<Context*>(data);
-        std::vector<std::string> tokens;
-        for (auto& t : c->Walker->Tokens(child)) tokens.push_back(std::move(t.Text));
-        c->Decl->Parameters.push_back({spelling(child), typeText(clang_getCursorType(child)), defaultOf(tokens)});
+        c->Decl->Parameters.push_back(
+            {spelling(child), typeText(clang_getCursorType(child)), defaultOf(c->Walker->Tokens(child))});
         return CXChildVisit_Continue;
       },
       &context);
@@ -376,9 +395,7 @@ void DeclarationWalker::Function(CXCursor cursor, Declaration& scope, DeclKind k
   if (result.kind == CXType_Invalid) result = clang_getResultType(clang_getCursorType(cursor));
   if (kind != DeclKind::Constructor && kind != DeclKind::Destructor) decl->Type = typeText(result);
 
-  std::vector<std::string> text;
-  for (auto& t : Tokens(cursor)) text.push_back(std::move(t.Text));
-  text = headTokens(text, kind == DeclKind::Constructor);
+  const std::vector<Token> text = headTokens(Tokens(cursor), kind == DeclKind::Constructor);
   unsigned flags = 0;
   if (clang_CXXMethod_isConst(cursor)) flags |= Const;
   if (clang_CXXMethod_isStatic(cursor) || (kind == DeclKind::Function && contains(text, "static"))) flags |= Static;
@@ -413,7 +430,7 @@ void DeclarationWalker::Enum(CXCursor cursor, Declaration& scope, std::string na
   if (!unnamed) {
     Declaration* decl = Add(cursor, scope, DeclKind::Enum, name);
     if (!decl) return;
-    if (decl->Text == "enum") decl->Text += " " + decl->Name;
+    if (decl->Code.Text == "enum") decl->Code.Append(" " + decl->Name, colour::Plain);
     decl->Type = typeText(clang_getEnumDeclIntegerType(cursor));
     if (clang_EnumDecl_isScoped(cursor)) decl->Flags |= ScopedEnum;
     target = decl;
@@ -473,8 +490,7 @@ void DeclarationWalker::Alias(CXCursor cursor, Declaration& scope) {
 
 void DeclarationWalker::Macro(CXCursor cursor, Declaration& scope) {
   if (clang_Cursor_isMacroBuiltin(cursor)) return;
-  std::vector<std::string> tokens;
-  for (auto& t : Tokens(cursor)) tokens.push_back(std::move(t.Text));
+  const std::vector<Token> tokens = Tokens(cursor);
   const std::string name = spelling(cursor);
   // An include guard documents nothing.
   if (tokens.size() <= 1) {
@@ -486,24 +502,29 @@ void DeclarationWalker::Macro(CXCursor cursor, Declaration& scope) {
   Declaration* decl = Add(cursor, scope, DeclKind::Macro);
   if (!decl) return;
   // The name and its parameter list are one token run: "MAX(a, b)".
-  std::string text = "#define " + name;
+  CodeText text;
+  text.Append("#define", colour::Preprocessor);
+  text.Append(" " + name, colour::Plain);
   size_t i = 1;
-  if (clang_Cursor_isMacroFunctionLike(cursor) && i < tokens.size() && tokens[i] == "(") {
-    std::vector<std::string> parameters;
+  if (clang_Cursor_isMacroFunctionLike(cursor) && i < tokens.size() && tokens[i].Text == "(") {
+    std::vector<Token> parameters;
     for (; i < tokens.size(); ++i) {
       parameters.push_back(tokens[i]);
-      if (tokens[i] == ")") {
+      if (tokens[i].Text == ")") {
         ++i;
         break;
       }
-      if (tokens[i] != "(" && tokens[i] != ",") decl->Parameters.push_back({tokens[i], {}, {}});
+      if (tokens[i].Text != "(" && tokens[i].Text != ",") decl->Parameters.push_back({tokens[i].Text, {}, {}});
     }
-    text += JoinTokens(parameters);
+    text.Append(JoinTokens(parameters));
   }
-  const std::string body = JoinTokens({tokens.begin() + static_cast<long>(std::min(i, tokens.size())), tokens.end()});
-  if (!body.empty()) text += " " + body;
-  decl->Text = text;
-  decl->Type = body;
+  const CodeText body = JoinTokens({tokens.begin() + static_cast<long>(std::min(i, tokens.size())), tokens.end()});
+  if (!body.Text.empty()) {
+    text.Append(" ", colour::Plain);
+    text.Append(body);
+  }
+  decl->Code = std::move(text);
+  decl->Type = body.Text;
   CXFile file = nullptr;
   clang_getExpansionLocation(clang_getCursorLocation(cursor), &file, nullptr, nullptr, nullptr);
   const std::string raw = file ? FindCommentAbove(FileText(file), decl->Line, mPlainComments) : std::string();

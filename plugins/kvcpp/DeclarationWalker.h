@@ -13,6 +13,12 @@
 
 namespace kv::cpp {
 
+// One token of the source as the compiler reads it.
+struct Token {
+  std::string Text;
+  CXTokenKind Kind = CXToken_Punctuation;
+};
+
 class DeclarationWalker {
  public:
   // `documented` tells whether a file's declarations are documented.
@@ -36,10 +42,6 @@ class DeclarationWalker {
   void Macro(CXCursor cursor, Declaration& scope);
   void TemplateParameters(CXCursor cursor, Declaration& decl);
 
-  struct Token {
-    std::string Text;
-    CXTokenKind Kind;
-  };
   std::vector<Token> Tokens(CXCursor cursor) const;
   std::string FileText(CXFile file);
 
@@ -50,7 +52,8 @@ class DeclarationWalker {
   std::unordered_set<std::string> mSeen;                            // USRs walked
 };
 
-// The tokens joined as a reader writes them: "const char* name", "operator==(const T& other)".
-std::string JoinTokens(const std::vector<std::string>& tokens);
+// The tokens joined as a reader writes them: "const char* name", "operator==(const T& other)",
+// each coloured by its kind.
+CodeText JoinTokens(const std::vector<Token>& tokens);
 
 }  // namespace kv::cpp

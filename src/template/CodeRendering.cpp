@@ -1,6 +1,9 @@
 #include "template/CodeRendering.h"
 
+#include <optional>
+
 #include "files/EscapeText.h"
+#include "kavrel/CodeColours.h"
 #include "kavrel/Text.h"
 
 namespace kv {
@@ -65,6 +68,49 @@ void appendToken(CodeLine& line, const std::string& cls, std::string_view piece)
     line.back().Text += piece;
   else
     line.push_back({cls, std::string(piece)});
+}
+
+bool blank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+std::string_view colourClass(char letter) {
+  switch (letter) {
+    case colour::Keyword: return "keyword";
+    case colour::Type: return "type";
+    case colour::Function: return "function";
+    case colour::String: return "string";
+    case colour::Number: return "number";
+    case colour::Symbol: return "symbol";
+    case colour::Bracket: return "cbracket";
+    case colour::Preprocessor: return "preproc";
+    case colour::Comment: return "comment";
+    default: return "";
+  }
+}
+
+// The lines of `code` coloured by a colour string, cut and trimmed as CodeLines cuts the code;
+// nothing when the colours do not fit the code byte for byte.
+std::optional<std::vector<CodeLine>> colouredLines(std::string_view code, std::string_view colours) {
+  if (colours.size() != code.size()) return std::nullopt;
+  for (std::size_t i = 0; i < code.size(); ++i)
+    if ((blank(code[i]) || blank(colours[i])) && code[i] != colours[i]) return std::nullopt;
+  // Blanks stand in both, so both are cut, trimmed and indented alike.
+  const std::vector<std::string> lines = CodeLines(code), letters = CodeLines(colours);
+  if (lines.size() != letters.size()) return std::nullopt;
+  std::vector<CodeLine> out(lines.size());
+  for (std::size_t l = 0; l < lines.size(); ++l) {
+    if (lines[l].size() != letters[l].size()) return std::nullopt;
+    const std::string_view text = lines[l], mask = letters[l];
+    for (std::size_t i = 0; i < text.size();) {
+      const std::string_view cls = colourClass(mask[i]);
+      std::size_t end = i + 1;
+      while (end < text.size() && colourClass(mask[end]) == cls) ++end;
+      appendToken(out[l], std::string(cls), text.substr(i, end - i));
+      i = end;
+    }
+  }
+  return out;
 }
 
 std::string lineHtml(const CodeLine& line) {
@@ -191,9 +237,12 @@ std::vector<CodeLine> WrapCodeLine(const CodeLine& line, long width) {
   return pieces;
 }
 
-std::string CodeBlockHtml(std::string_view code, const std::string& definition, bool highlighted, long wrapLength) {
-  const std::vector<std::string> lines = CodeLines(code);
-  const std::vector<CodeLine> coloured = CodeHighlighter::Highlight(lines, highlighted ? definition : std::string());
+std::string CodeBlockHtml(std::string_view code, const std::string& definition, bool highlighted, long wrapLength,
+                          std::string_view colours) {
+  std::optional<std::vector<CodeLine>> given;
+  if (highlighted && !colours.empty()) given = colouredLines(code, colours);
+  const std::vector<CodeLine> coloured =
+      given ? std::move(*given) : CodeHighlighter::Highlight(CodeLines(code), highlighted ? definition : std::string());
   std::string out = "<pre class=\"kvcode\">";
   bool firstLine = true;
   for (const CodeLine& line : coloured)

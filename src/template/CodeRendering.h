@@ -29,9 +29,11 @@ std::string CommentTextToCode(std::string_view internal);
 // character. A width below one leaves the line whole.
 std::vector<CodeLine> WrapCodeLine(const CodeLine& line, long width);
 
-// The block "<pre class=\"kvcode\">" ... "</pre>" for `code`, coloured by the language
-// definition (see CodeHighlighter) when `highlighted`, each token of a style class in
-// "<span class=\"hl-" class "\">". Lines end with "\n" inside the block.
-std::string CodeBlockHtml(std::string_view code, const std::string& definition, bool highlighted, long wrapLength);
+// The block "<pre class=\"kvcode\">" ... "</pre>" for `code`, coloured when `highlighted`, each
+// token of a style class in "<span class=\"hl-" class "\">". Colours given with the code
+// (kavrel/CodeColours.h) are taken when they fit it; otherwise the language definition colours it
+// (see CodeHighlighter). Lines end with "\n" inside the block.
+std::string CodeBlockHtml(std::string_view code, const std::string& definition, bool highlighted, long wrapLength,
+                          std::string_view colours = {});
 
 }  // namespace kv

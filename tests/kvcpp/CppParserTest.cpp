@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
+#include <tuple>
 
 #include "CppParser.h"
 #include "support/ScopedEnvironment.h"
@@ -111,8 +113,8 @@ TEST(CppParser, TellsMemberFunctionsApart) {
   EXPECT_EQ(all(point, "length").size(), 1u);
   EXPECT_EQ(all(point, "scale").size(), 2u);
   EXPECT_EQ(all(*at(*r.Global, "geo"), "distance").size(), 2u);
-  EXPECT_EQ(at(point, "operator bool")->Text, "explicit operator bool() const noexcept");
-  EXPECT_EQ(at(point, "operator==")->Text, "bool operator==(const Point& other) const");
+  EXPECT_EQ(at(point, "operator bool")->Code.Text, "explicit operator bool() const noexcept");
+  EXPECT_EQ(at(point, "operator==")->Code.Text, "bool operator==(const Point& other) const");
 
   EXPECT_EQ(at(point, "x")->AccessLevel, Access::Public);
   EXPECT_EQ(at(point, "touch")->AccessLevel, Access::Protected);
@@ -144,7 +146,43 @@ TEST(CppParser, ReadsTemplatesAndBases) {
   EXPECT_EQ(at(buffer, "put")->TemplateParameters.at(0).Name, "U");
   EXPECT_TRUE(at(*r.Global, "Buffer<T *, 1>"));
   EXPECT_EQ(at(*r.Global, "BufferOf")->TemplateParameters.size(), 1u);
-  EXPECT_EQ(at(*r.Global, "make")->Text, "template<typename T, typename... Args> Buffer<T> make(Args&&... args)");
+  EXPECT_EQ(at(*r.Global, "make")->Code.Text, "template<typename T, typename... Args> Buffer<T> make(Args&&... args)");
+}
+
+// The colours of the first `piece` of a declaration's text.
+std::string coloursOf(const Declaration& d, const std::string& piece) {
+  const size_t at = d.Code.Text.find(piece);
+  return at == std::string::npos ? "(not in " + d.Code.Text + ")" : d.Code.Colours.substr(at, piece.size());
+}
+
+void forEach(const Declaration& scope, const std::function<void(const Declaration&)>& visit) {
+  for (const auto& child : scope.Children) {
+    visit(*child);
+    forEach(*child, visit);
+  }
+}
+
+TEST(CppParser, ColoursEveryByteOfADeclarationByItsToken) {
+  const ParseResult r = parse({kData + "comments", kData + "overloads", kData + "templates"});
+  long checked = 0;
+  forEach(*r.Global, [&](const Declaration& d) {
+    ASSERT_EQ(d.Code.Colours.size(), d.Code.Text.size()) << d.Code.Text;
+    ++checked;
+  });
+  EXPECT_GT(checked, 40);
+
+  const Declaration& equals = *at(*r.Global, "geo::Point::operator==");
+  const Declaration& macro = *at(*r.Global, "KV_MAX");
+  const Declaration& buffer = *at(*r.Global, "Buffer");
+  for (const auto& [d, piece, colours] : std::vector<std::tuple<const Declaration*, std::string, std::string>>{
+           {&equals, "bool operator==(", "tttt kkkkkkkkyyy"},  // a built-in type, a keyword, symbols
+           {&equals, "Point& other", ".....y ....."},          // names that are not called stay plain
+           {&macro, "#define KV_MAX(a, b)", "ppppppp ......y.y .y"},
+           {at(*r.Global, "slashes"), "slashes(", "fffffffy"},  // a name with a parameter list
+           {&buffer, "N = 4", ". y n"},
+           {at(*r.Global, "geo"), "namespace geo", "kkkkkkkkk ..."}}) {
+    EXPECT_EQ(coloursOf(*d, piece), colours) << d->Code.Text;
+  }
 }
 
 TEST(CppParser, ABrokenHeaderIsReportedAndTheOthersAreDocumented) {
@@ -248,8 +286,8 @@ TEST(CppParser, SourceFilesAreUnitsOfTheirOwnAndShareNothingTwice) {
 
 // Everything a declaration tells, for comparing two parses.
 std::string describe(const Declaration& d) {
-  std::string out = d.QualifiedName + d.Signature + "|" + d.Text + "|" + d.File + ":" + std::to_string(d.Line) + "|" +
-                    d.Comment.Brief + "\n";
+  std::string out = d.QualifiedName + d.Signature + "|" + d.Code.Text + "|" + d.File + ":" + std::to_string(d.Line) +
+                    "|" + d.Comment.Brief + "\n";
   for (const auto& child : d.Children) out += describe(*child);
   return out;
 }

@@ -177,6 +177,22 @@ TEST(CodeBlockHtml, EscapesTextInsideAndOutsideColours) {
   EXPECT_EQ(CodeBlockHtml("", "cpp.lang", true, 0), "<pre class=\"kvcode\"></pre>");
 }
 
+TEST(CodeBlockHtml, TakesColoursGivenWithTheCodeWhenTheyFitIt) {
+  // Indented lines: both are cut and dedented alike. Non-ASCII text has a letter per byte.
+  const std::string code = "  int größe;\n    f(\"é\");";
+  const std::string colours = "  ttt .......y\n    fyssssyy";
+  EXPECT_EQ(CodeBlockHtml(code, "", true, 0, colours),
+            "<pre class=\"kvcode\"><span class=\"hl-type\">int</span> größe<span class=\"hl-symbol\">;</span>\n"
+            "  <span class=\"hl-function\">f</span><span class=\"hl-symbol\">(</span>"
+            "<span class=\"hl-string\">&quot;é&quot;</span><span class=\"hl-symbol\">);</span></pre>");
+  // Colours that do not fit (a byte short, a blank out of place) leave it to the definition.
+  const std::string byDefinition = CodeBlockHtml(code, "cpp.lang", true, 0);
+  EXPECT_EQ(CodeBlockHtml(code, "cpp.lang", true, 0, colours.substr(1)), byDefinition);
+  EXPECT_EQ(CodeBlockHtml(code, "cpp.lang", true, 0, "  tttt" + colours.substr(6)), byDefinition);
+  // Not highlighted is plain, colours or not.
+  EXPECT_EQ(CodeBlockHtml("int a;", "", false, 0, "ttt .y"), "<pre class=\"kvcode\">int a;</pre>");
+}
+
 TEST(CodeBlockHtml, WrapsColouredLinesAtTheWidth) {
   EXPECT_EQ(CodeBlockHtml("int a; int b;", "c.lang", true, 7),
             "<pre class=\"kvcode\"><span class=\"hl-type\">int</span> a<span class=\"hl-symbol\">;</span>\n"
