@@ -249,7 +249,7 @@ ParseResult Parse(const CppInput& input) {
     }
   }
   if (!headers.empty()) units.insert(units.begin(), headerUnit(headers, input.IsC()));
-  const PrecompiledHeaders cache(arguments, input.IsC());
+  const PrecompiledHeaders cache(arguments, input.IsC(), headers);
   runUnits(units, arguments, input.PlainComments, headers.empty() ? nullptr : &cache);
 
   // A header whose braces do not match takes the headers after it down with it: each such header

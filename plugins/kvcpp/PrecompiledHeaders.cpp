@@ -38,35 +38,67 @@ std::string directive(std::string_view text, unsigned line) {
   return "#include " + std::string(s.substr(open, close - open + 1));
 }
 
+// One include directive of a documented file that reaches a header not documented.
+struct Inclusion {
+  std::string Directive;
+  bool System;
+};
+
 struct Collect {
   CXTranslationUnit Unit;
   const std::function<bool(const std::string&)>* Documented;
-  std::vector<std::string> Lines;
-  std::set<std::string> Seen;
+  std::vector<Inclusion> Found;
 };
+
+std::string pathOf(CXFile file) {
+  return fs::path(take(clang_getFileName(file))).lexically_normal().string();
+}
 
 void visitInclusion(CXFile included, CXSourceLocation* stack, unsigned depth, CXClientData data) {
   auto* c = static_cast<Collect*>(data);
   if (depth == 0) return;
+  const std::string includedPath = pathOf(included);
   CXFile includer = nullptr;
   unsigned line = 0;
   clang_getExpansionLocation(stack[0], &includer, &line, nullptr, nullptr);
-  if (!includer || !(*c->Documented)(fs::path(take(clang_getFileName(includer))).lexically_normal().string())) return;
-  if (!clang_Location_isInSystemHeader(clang_getLocation(c->Unit, included, 1, 1))) return;
-  size_t size = 0;
-  const char* text = clang_getFileContents(c->Unit, includer, &size);
-  const std::string line_ = text ? directive(std::string_view(text, size), line) : std::string();
-  if (!line_.empty() && c->Seen.insert(line_).second) c->Lines.push_back(line_);
+  if ((*c->Documented)(includedPath) || !includer || !(*c->Documented)(pathOf(includer))) return;
+  const bool system = clang_Location_isInSystemHeader(clang_getLocation(c->Unit, included, 1, 1));
+  std::string spelled;
+  if (system) {
+    size_t size = 0;
+    const char* text = clang_getFileContents(c->Unit, includer, &size);
+    spelled = text ? directive(std::string_view(text, size), line) : std::string();
+  } else {
+    // Written with its path: the cached header does not stand in the includer's folder.
+    spelled = "#include \"" + includedPath + "\"";
+  }
+  if (!spelled.empty()) c->Found.push_back({spelled, system});
+}
+
+// The lines of the cached header's text through which a documented file is reached.
+struct Reaching {
+  const std::function<bool(const std::string&)>* Documented;
+  std::set<unsigned> Lines;
+};
+
+void visitReaching(CXFile included, CXSourceLocation* stack, unsigned depth, CXClientData data) {
+  auto* r = static_cast<Reaching*>(data);
+  if (depth == 0 || !(*r->Documented)(pathOf(included))) return;
+  unsigned line = 0;
+  clang_getExpansionLocation(stack[depth - 1], nullptr, &line, nullptr, nullptr);
+  r->Lines.insert(line);
 }
 
 }  // namespace
 
-PrecompiledHeaders::PrecompiledHeaders(const std::vector<std::string>& arguments, bool c)
+PrecompiledHeaders::PrecompiledHeaders(const std::vector<std::string>& arguments, bool c,
+                                       const std::vector<std::string>& documented)
     : mArguments(arguments), mC(c) {
   const std::string folder = cacheFolder();
   if (folder.empty()) return;
   std::string key;
   for (const auto& a : arguments) key += a + '\n';
+  for (const auto& file : documented) key += file + '\n';
   mFile = folder + "/pch-" + std::to_string(std::hash<std::string>()(key)) + (c ? ".c.pch" : ".pch");
 }
 
@@ -83,12 +115,20 @@ void PrecompiledHeaders::Forget() const {
 
 void PrecompiledHeaders::Make(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented) const {
   if (mFile.empty()) return;
-  Collect collect{unit, &documented, {}, {}};
+  Collect collect{unit, &documented, {}};
   clang_getInclusions(unit, visitInclusion, &collect);
-  if (collect.Lines.empty()) return;
-  std::string prefix;
-  for (const auto& line : collect.Lines) prefix += line + '\n';
+  std::vector<std::string> all, system;
+  std::set<std::string> seen;
+  for (const auto& inclusion : collect.Found) {
+    if (!seen.insert(inclusion.Directive).second) continue;
+    all.push_back(inclusion.Directive);
+    if (inclusion.System) system.push_back(inclusion.Directive);
+  }
+  if (!Save(all, documented) && system != all) Save(system, documented);
+}
 
+bool PrecompiledHeaders::Save(std::vector<std::string> directives,
+                              const std::function<bool(const std::string&)>& documented) const {
   std::error_code ec;
   fs::create_directories(fs::path(mFile).parent_path(), ec);
   const std::string header = mFile + ".h";
@@ -97,27 +137,45 @@ void PrecompiledHeaders::Make(CXTranslationUnit unit, const std::function<bool(c
     if (arguments[i] == "-x") arguments[i + 1] = mC ? "c-header" : "c++-header";
   std::vector<const char*> args;
   for (const auto& a : arguments) args.push_back(a.c_str());
-  CXUnsavedFile unsaved{header.c_str(), prefix.c_str(), static_cast<unsigned long>(prefix.size())};
-  CXIndex index = clang_createIndex(0, 0);
-  CXTranslationUnit tu = nullptr;
   // The options of the units that will load it, or libclang refuses it.
   const unsigned options = CXTranslationUnit_ForSerialization | CXTranslationUnit_SkipFunctionBodies |
                            CXTranslationUnit_DetailedPreprocessingRecord;
-  if (clang_parseTranslationUnit2(index, header.c_str(), args.data(), static_cast<int>(args.size()), &unsaved, 1,
-                                  options, &tu) == CXError_Success) {
-    bool clean = true;
-    for (unsigned i = 0; i < clang_getNumDiagnostics(tu); ++i) {
-      CXDiagnostic d = clang_getDiagnostic(tu, i);
-      clean = clean && clang_getDiagnosticSeverity(d) < CXDiagnostic_Error;
-      clang_disposeDiagnostic(d);
+  // Further tries leave out the headers through which a documented file is reached: held in the
+  // cache, that file's declarations would be hidden from the walk, and it would not be read again.
+  for (int attempt = 0; attempt < 4 && !directives.empty(); ++attempt) {
+    std::string prefix;
+    for (const auto& line : directives) prefix += line + '\n';
+    CXUnsavedFile unsaved{header.c_str(), prefix.c_str(), static_cast<unsigned long>(prefix.size())};
+    CXIndex index = clang_createIndex(0, 0);
+    CXTranslationUnit tu = nullptr;
+    bool saved = false;
+    Reaching reaching{&documented, {}};
+    if (clang_parseTranslationUnit2(index, header.c_str(), args.data(), static_cast<int>(args.size()), &unsaved, 1,
+                                    options, &tu) == CXError_Success) {
+      bool clean = true;
+      for (unsigned i = 0; i < clang_getNumDiagnostics(tu); ++i) {
+        CXDiagnostic d = clang_getDiagnostic(tu, i);
+        clean = clean && clang_getDiagnosticSeverity(d) < CXDiagnostic_Error;
+        clang_disposeDiagnostic(d);
+      }
+      clang_getInclusions(tu, visitReaching, &reaching);
+      // Written aside and renamed, so that another process never reads half a file.
+      const std::string partial = mFile + "." + std::to_string(getpid());
+      if (clean && reaching.Lines.empty() && clang_saveTranslationUnit(tu, partial.c_str(), 0) == CXSaveError_None) {
+        fs::rename(partial, mFile, ec);
+        saved = !ec;
+      }
+      fs::remove(partial, ec);
+      clang_disposeTranslationUnit(tu);
     }
-    // Written aside and renamed, so that another process never reads half a file.
-    const std::string partial = mFile + "." + std::to_string(getpid());
-    if (clean && clang_saveTranslationUnit(tu, partial.c_str(), 0) == CXSaveError_None) fs::rename(partial, mFile, ec);
-    fs::remove(partial, ec);
-    clang_disposeTranslationUnit(tu);
+    clang_disposeIndex(index);
+    if (saved || reaching.Lines.empty()) return saved;
+    std::vector<std::string> kept;
+    for (size_t i = 0; i < directives.size(); ++i)
+      if (!reaching.Lines.count(unsigned(i + 1))) kept.push_back(std::move(directives[i]));
+    directives = std::move(kept);
   }
-  clang_disposeIndex(index);
+  return false;
 }
 
 }  // namespace kv::cpp

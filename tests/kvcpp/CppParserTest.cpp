@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 #include <functional>
 #include <tuple>
@@ -310,6 +311,33 @@ TEST(CppParser, CachesTheSystemHeadersAndParsesAlikeWithTheCache) {
   const ParseResult third = parse({kData + "overloads", kData + "templates"});
   EXPECT_EQ(describe(*third.Global), describe(*first.Global));
   EXPECT_GT(fs::file_size(made[0]), 1000u);
+}
+
+TEST(CppParser, CachesTheProjectsOtherHeadersButNeverADocumentedOne) {
+  test::TempFolder cache, tree;
+  test::ScopedEnvironment environment("XDG_CACHE_HOME", cache.path());
+  fs::create_directories(tree.path("public"));
+  fs::create_directories(tree.path("src"));
+  // A public header the sources use, and one through which a documented header is reached.
+  write(tree.path("public/api.h"), "#pragma once\n#define API_LEVEL 1\nstruct Api { int v; };\n");
+  write(tree.path("public/bridge.h"), "#pragma once\n#include \"../src/inner.h\"\n");
+  write(tree.path("src/inner.h"), "#pragma once\n/// Reached through the bridge.\nstruct Inner {};\n");
+  write(tree.path("src/outer.h"),
+        "#pragma once\n#include \"../public/api.h\"\n#include \"../public/bridge.h\"\n"
+        "struct Outer { Api api; Inner inner; };\n#if API_LEVEL > 1\nstruct Later {};\n#endif\n");
+
+  const ParseResult cold = parse({tree.path("src")});
+  const ParseResult warm = parse({tree.path("src")});
+  EXPECT_EQ(describe(*warm.Global), describe(*cold.Global));
+  ASSERT_TRUE(at(*warm.Global, "Inner"));
+  EXPECT_EQ(at(*warm.Global, "Inner")->Comment.Brief, "Reached through the bridge.");
+  EXPECT_TRUE(warm.Diagnostics.empty()) << warm.Diagnostics.front().Format();
+
+  // A changed public header is read again, not taken from the cache.
+  write(tree.path("public/api.h"), "#pragma once\n#define API_LEVEL 2\nstruct Api { int v; };\n");
+  fs::last_write_time(tree.path("public/api.h"), fs::file_time_type::clock::now() + std::chrono::seconds(5));
+  EXPECT_TRUE(at(*parse({tree.path("src")}).Global, "Later"));
+  EXPECT_TRUE(at(*parse({tree.path("src")}).Global, "Later"));
 }
 
 }  // namespace
