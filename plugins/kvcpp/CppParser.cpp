@@ -6,12 +6,14 @@
 #include <algorithm>
 #include <atomic>
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <thread>
 #include <unordered_set>
 
 #include "ClangText.h"
 #include "DeclarationWalker.h"
+#include "ParseCache.h"
 #include "PrecompiledHeaders.h"
 
 namespace kv::cpp {
@@ -73,6 +75,8 @@ struct Unit {
   std::string Contents;  // its text, when it is not on disk
   std::unordered_set<std::string> Documented;
   std::unique_ptr<Declaration> Global = std::make_unique<Declaration>();
+  bool Parsed = false;
+  std::set<std::string> Read;  // every file on disk that the compiler read
   std::vector<ParseDiagnostic> Diagnostics;
 };
 
@@ -133,7 +137,18 @@ void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plain
         {unit.Contents.empty() ? unit.MainFile : std::string(), 0,
          "the compiler could not parse this unit (libclang error " + std::to_string(static_cast<int>(error)) + ")"});
   } else {
+    unit.Parsed = true;
     collectDiagnostics(tu, unit);
+    clang_getInclusions(
+        tu,
+        [](CXFile file, CXSourceLocation*, unsigned, CXClientData data) {
+          auto* u = static_cast<Unit*>(data);
+          // Kept as the compiler names it: folding "a/../" away is wrong where "a" is a link.
+          std::string path = take(clang_getFileName(file));
+          if (u->Contents.empty() || fs::path(path).lexically_normal() != fs::path(u->MainFile))
+            u->Read.insert(std::move(path));
+        },
+        &unit);
     const auto documented = [&](const std::string& file) { return unit.Documented.count(file) > 0; };
     DeclarationWalker walker(tu, documented, plainComments);
     walker.Walk(*unit.Global);
@@ -234,6 +249,14 @@ ParseResult Parse(const CppInput& input) {
   result.Files = ExpandSources(input, problems);
   for (auto& problem : problems) result.Diagnostics.push_back({{}, 0, std::move(problem)});
   const std::vector<std::string> arguments = CompilerArguments(input, result.Files);
+  const ParseCache parsed(arguments, input.PlainComments, result.Files);
+  if (std::optional<ParseResult> cached = parsed.Load()) {
+    // Problems with the inputs are told again; the files' own warnings come from the cache.
+    cached->Diagnostics.insert(cached->Diagnostics.begin(), std::make_move_iterator(result.Diagnostics.begin()),
+                               std::make_move_iterator(result.Diagnostics.end()));
+    return std::move(*cached);
+  }
+  const size_t inputProblems = result.Diagnostics.size();
 
   // One unit includes every header; each source file is a unit of its own.
   std::vector<std::unique_ptr<Unit>> units;
@@ -279,9 +302,22 @@ ParseResult Parse(const CppInput& input) {
   }
 
   std::unordered_set<std::string> seen;
+  std::set<std::string> read;
+  bool allParsed = true;
   for (auto& unit : units) {
     merge(*result.Global, *unit->Global, seen);
     for (auto& d : unit->Diagnostics) result.Diagnostics.push_back(std::move(d));
+    read.insert(unit->Read.begin(), unit->Read.end());
+    allParsed = allParsed && unit->Parsed;
+  }
+  if (allParsed) {
+    // Kept without the input problems, which are found again before the cache is read.
+    ParseResult kept;
+    kept.Global = std::move(result.Global);
+    kept.Files = result.Files;
+    kept.Diagnostics.assign(result.Diagnostics.begin() + long(inputProblems), result.Diagnostics.end());
+    parsed.Save(kept, read);
+    result.Global = std::move(kept.Global);
   }
   return result;
 }

@@ -287,9 +287,39 @@ TEST(CppParser, SourceFilesAreUnitsOfTheirOwnAndShareNothingTwice) {
 
 // Everything a declaration tells, for comparing two parses.
 std::string describe(const Declaration& d) {
-  std::string out = d.QualifiedName + d.Signature + "|" + d.Code.Text + "|" + d.File + ":" + std::to_string(d.Line) +
-                    "|" + d.Comment.Brief + "\n";
+  std::string out = std::string(KindName(d.Kind)) + " " + d.QualifiedName + d.Signature + "|" + d.Usr + "|" +
+                    d.Code.Text + "|" + d.Code.Colours + "|" + d.Type + "|" + d.File + ":" + std::to_string(d.Line) +
+                    "|" + AccessName(d.AccessLevel) + "|" + std::to_string(d.Flags) + "\n";
+  for (const auto* list : {&d.Parameters, &d.TemplateParameters})
+    for (const auto& p : *list) out += "  parameter " + p.Name + ":" + p.Type + "=" + p.Default + "\n";
+  for (const auto& b : d.Bases)
+    out += "  base " + b.Type + " " + AccessName(b.AccessLevel) + (b.Virtual ? " virtual" : "") + "\n";
+  const DocComment& c = d.Comment;
+  out += "  comment " + c.Brief + "|" + c.Details + "|" + c.Returns + "|" + c.Deprecated + "\n";
+  for (const auto* list : {&c.Notes, &c.See})
+    for (const auto& text : *list) out += "  " + text + "\n";
+  for (const auto* list : {&c.Params, &c.TParams})
+    for (const auto& [name, text] : *list) out += "  " + name + ": " + text + "\n";
   for (const auto& child : d.Children) out += describe(*child);
+  return out;
+}
+
+// The kept declarations in a cache folder.
+std::vector<fs::path> declarationFiles(const test::TempFolder& cache) {
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::directory_iterator(cache.path("kavrel")))
+    if (entry.path().filename().string().rfind("declarations-", 0) == 0) files.push_back(entry.path());
+  return files;
+}
+
+// Drops the kept declarations, so that the next parse runs the compiler.
+void forgetDeclarations(const test::TempFolder& cache) {
+  for (const auto& file : declarationFiles(cache)) fs::remove(file);
+}
+
+std::string describe(const ParseResult& r) {
+  std::string out = describe(*r.Global);
+  for (const auto& d : r.Diagnostics) out += d.Format() + "\n";
   return out;
 }
 
@@ -302,15 +332,43 @@ TEST(CppParser, CachesTheSystemHeadersAndParsesAlikeWithTheCache) {
     if (entry.path().extension() == ".pch") made.push_back(entry.path());
   ASSERT_EQ(made.size(), 1u);
 
+  forgetDeclarations(cache);
   const ParseResult second = parse({kData + "overloads", kData + "templates"});
-  EXPECT_EQ(describe(*second.Global), describe(*first.Global));
+  EXPECT_EQ(describe(second), describe(first));
   EXPECT_TRUE(second.Diagnostics.empty()) << second.Diagnostics.front().Format();
 
   // A cache entry that libclang cannot read is made again, and costs nothing else.
   write(made[0].string(), "not a precompiled header");
+  forgetDeclarations(cache);
   const ParseResult third = parse({kData + "overloads", kData + "templates"});
   EXPECT_EQ(describe(*third.Global), describe(*first.Global));
   EXPECT_GT(fs::file_size(made[0]), 1000u);
+}
+
+TEST(CppParser, KeepsTheDeclarationsUntilAFileTheyWereReadFromChanges) {
+  test::TempFolder cache, tree;
+  test::ScopedEnvironment environment("XDG_CACHE_HOME", cache.path());
+  const auto before = fs::file_time_type::clock::now() - std::chrono::hours(1);
+  auto writeAt = [&](const std::string& name, const std::string& text, fs::file_time_type when) {
+    write(tree.path(name), text);
+    fs::last_write_time(tree.path(name), when);
+  };
+  writeAt("alpha.h", "/// First.\nstruct Alpha { int a; };\nstruct Broken {\n", before);
+  const ParseResult cold = parse({tree.path()});
+  ASSERT_TRUE(at(*cold.Global, "Alpha"));
+  ASSERT_FALSE(cold.Diagnostics.empty());
+  // Read back whole, warnings and all, without parsing: a text of the same size and time is
+  // taken for the same text.
+  writeAt("alpha.h", "/// First.\nstruct Gamma { int a; };\nstruct Broken {\n", before);
+  EXPECT_EQ(describe(parse({tree.path()})), describe(cold));
+  // A new time is a change.
+  writeAt("alpha.h", "/// First.\nstruct Gamma { int a; };\nstruct Broken {\n", before + std::chrono::seconds(1));
+  EXPECT_TRUE(at(*parse({tree.path()}).Global, "Gamma"));
+  // Other compiler arguments are another parse.
+  EXPECT_EQ(at(*parse({tree.path()}, false, "c++17").Global, "Gamma")->Code.Text, "struct Gamma");
+  // A cache file cut short is parsed again.
+  for (const auto& file : declarationFiles(cache)) fs::resize_file(file, 40);
+  EXPECT_TRUE(at(*parse({tree.path()}).Global, "Gamma"));
 }
 
 TEST(CppParser, CachesTheProjectsOtherHeadersButNeverADocumentedOne) {
@@ -327,6 +385,7 @@ TEST(CppParser, CachesTheProjectsOtherHeadersButNeverADocumentedOne) {
         "struct Outer { Api api; Inner inner; };\n#if API_LEVEL > 1\nstruct Later {};\n#endif\n");
 
   const ParseResult cold = parse({tree.path("src")});
+  forgetDeclarations(cache);
   const ParseResult warm = parse({tree.path("src")});
   EXPECT_EQ(describe(*warm.Global), describe(*cold.Global));
   ASSERT_TRUE(at(*warm.Global, "Inner"));
