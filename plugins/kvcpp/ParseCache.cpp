@@ -6,10 +6,11 @@
 
 #include <chrono>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+
+#include "CacheFolder.h"
 
 namespace kv::cpp {
 namespace fs = std::filesystem;
@@ -20,13 +21,6 @@ namespace {
 struct Unreadable {};
 
 constexpr std::string_view kMagic = "kavrel-declarations 1\n";
-
-std::string cacheFolder() {
-  const char* xdg = std::getenv("XDG_CACHE_HOME");
-  if (xdg && *xdg) return std::string(xdg) + "/kavrel";
-  const char* home = std::getenv("HOME");
-  return home && *home ? std::string(home) + "/.cache/kavrel" : std::string();
-}
 
 // A file as the cache remembers it: a change of size or modification time is a change.
 struct Stamp {
@@ -194,7 +188,7 @@ class Reader {
 
 ParseCache::ParseCache(const std::vector<std::string>& arguments, bool plainComments,
                        const std::vector<std::string>& files) {
-  const std::string folder = cacheFolder();
+  const std::string folder = CacheFolder();
   if (folder.empty()) return;
   std::string key(kMagic);
   for (const auto& a : arguments) key += a + '\n';
@@ -202,7 +196,7 @@ ParseCache::ParseCache(const std::vector<std::string>& arguments, bool plainComm
   for (const auto& f : files) key += f + '\n';
   // The parser's own build: another build may read the same files into other declarations.
   Dl_info self{};
-  if (dladdr(reinterpret_cast<void*>(&cacheFolder), &self) && self.dli_fname)
+  if (dladdr(reinterpret_cast<void*>(&stampOf), &self) && self.dli_fname)
     if (const auto stamp = stampOf(self.dli_fname))
       key += std::string(self.dli_fname) + std::to_string(stamp->Size) + ":" + std::to_string(stamp->Nanoseconds);
   mFile = folder + "/declarations-" + std::to_string(std::hash<std::string>()(key)) + ".bin";

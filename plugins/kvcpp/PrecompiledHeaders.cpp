@@ -2,23 +2,16 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <set>
 
+#include "CacheFolder.h"
 #include "ClangText.h"
 
 namespace kv::cpp {
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string cacheFolder() {
-  const char* xdg = std::getenv("XDG_CACHE_HOME");
-  if (xdg && *xdg) return std::string(xdg) + "/kavrel";
-  const char* home = std::getenv("HOME");
-  return home && *home ? std::string(home) + "/.cache/kavrel" : std::string();
-}
 
 // The include directive on line `line` of `text`, if it is one with a written name.
 std::string directive(std::string_view text, unsigned line) {
@@ -94,7 +87,7 @@ void visitReaching(CXFile included, CXSourceLocation* stack, unsigned depth, CXC
 PrecompiledHeaders::PrecompiledHeaders(const std::vector<std::string>& arguments, bool c,
                                        const std::vector<std::string>& documented)
     : mArguments(arguments), mC(c) {
-  const std::string folder = cacheFolder();
+  const std::string folder = CacheFolder();
   if (folder.empty()) return;
   std::string key;
   for (const auto& a : arguments) key += a + '\n';
