@@ -34,6 +34,14 @@ TEST(Text, FindsPositionsInCodeUnits) {
 TEST(Text, FoldsCaseBeyondAscii) {
   EXPECT_TRUE(equalsIgnoreCase("ÉCOLE", "école"));
   EXPECT_FALSE(equalsIgnoreCase("abc", "abd"));
+  // An ASCII start, then text that only the full case mapping folds.
+  EXPECT_TRUE(equalsIgnoreCase("Grüße", "GRÜßE"));
+  EXPECT_FALSE(equalsIgnoreCase("Grüße", "GRÜß"));
+  const LessIgnoreCase less;
+  EXPECT_FALSE(less("Größe", "GRÖSSE") == less("GRÖSSE", "Größe"));  // unequal names order one way
+  EXPECT_FALSE(less("Grüße", "GRÜßE") || less("GRÜßE", "Grüße"));
+  EXPECT_TRUE(less("GROSS", "größe"));  // "o" before "ö", whatever the case around them
+  EXPECT_TRUE(less("item", "ITEMS"));
   EXPECT_EQ(toUpper("straße"), "STRAßE");  // one-to-one mapping only
   EXPECT_TRUE(containsIgnoreCase("Compiling Help", "COMPILING"));
 }
