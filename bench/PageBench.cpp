@@ -2,7 +2,9 @@
 // HTML, next to a baseline that writes the same files with the same bytes by plain fwrite.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -132,48 +134,75 @@ void BM_WritePages(benchmark::State& state) {
   auto project = kv::KVProject::New();
   project->Silent = true;
   project->CompileHelpFile(false);
-  const std::string out = tempFolder("pages");
-  project->OutputFolder(out);
   auto docType = std::make_shared<kv::KVDocType>("kv.bench", std::make_shared<PlugIn>());
   docType->mSelectedTemplate = benchTemplate();
   project->DocTypes->Add(docType, "kv.bench");
   auto pages = std::make_shared<Pages>();
   project->Subscribe(pages);
 
-  double seconds = 0;
-  for (auto _ : state) {
+  // Rounds alternate which side goes first, each into a fresh folder with the disk's dirty pages
+  // written out before it, so that neither side pays for the other's writeback. The figures are
+  // the medians.
+  constexpr int kRounds = 3;
+  std::vector<double> builds, baselines;
+  std::vector<std::pair<std::string, std::string>> files;
+  long peakAfter = 0;
+  auto build = [&] {
+    const std::string out = tempFolder("pages");
+    project->OutputFolder(out);
+    pages->files.clear();
+    ::sync();
     const auto start = std::chrono::steady_clock::now();
     kv::PageGeneration(*project).Build();
-    seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  }
-  const long peakAfter = peakKilobytes();
-
+    builds.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    if (files.empty()) {
+      peakAfter = peakKilobytes();
+      for (const auto& file : pages->files) files.emplace_back(fs::path(file).filename().string(), readAll(file));
+    }
+    std::error_code ec;
+    fs::remove_all(out, ec);
+  };
   // The baseline: the same files with the same bytes, each written by one fopen, fwrite, fclose.
-  std::vector<std::pair<std::string, std::string>> files;
-  for (const auto& file : pages->files) files.emplace_back(fs::path(file).filename().string(), readAll(file));
-  const std::string copy = tempFolder("fwrite");
-  fs::create_directories(copy);
-  const auto start = std::chrono::steady_clock::now();
-  for (const auto& [name, bytes] : files) {
-    std::FILE* f = std::fopen((copy + "/" + name).c_str(), "wb");
-    std::fwrite(bytes.data(), 1, bytes.size(), f);
-    std::fclose(f);
-  }
-  const double baseline = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  auto baseline = [&] {
+    const std::string copy = tempFolder("fwrite");
+    fs::create_directories(copy);
+    ::sync();
+    const auto start = std::chrono::steady_clock::now();
+    for (const auto& [name, bytes] : files) {
+      std::FILE* f = std::fopen((copy + "/" + name).c_str(), "wb");
+      std::fwrite(bytes.data(), 1, bytes.size(), f);
+      std::fclose(f);
+    }
+    baselines.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    std::error_code ec;
+    fs::remove_all(copy, ec);
+  };
+  for (auto _ : state)
+    for (int round = 0; round < kRounds; ++round) {
+      if (round % 2 == 0) {
+        build();
+        baseline();
+      } else {
+        baseline();
+        build();
+      }
+    }
+  auto median = [](std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    return v[v.size() / 2];
+  };
+  const double seconds = median(builds), fwriteSeconds = median(baselines);
 
   state.counters["items"] = double(model.items);
   state.counters["pages"] = double(files.size());
   state.counters["pages_per_s"] = double(files.size()) / seconds;
   state.counters["build_s"] = seconds;
-  state.counters["fwrite_s"] = baseline;
-  state.counters["x_baseline"] = seconds / baseline;
+  state.counters["fwrite_s"] = fwriteSeconds;
+  state.counters["x_baseline"] = seconds / fwriteSeconds;
   state.counters["peak_kb_per_item"] = double(peakAfter - peakBefore) / double(model.items);
 
   project->Terminate();
   kv::ClassRegistry::instance().remove("Bench.Provider");
-  std::error_code ec;
-  fs::remove_all(out, ec);
-  fs::remove_all(copy, ec);
 }
 BENCHMARK(BM_WritePages)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kSecond)->Iterations(1);
 
