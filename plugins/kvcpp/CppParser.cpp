@@ -75,7 +75,7 @@ struct Unit {
   std::string Contents;  // its text, when it is not on disk
   std::unordered_set<std::string> Documented;
   std::unique_ptr<Declaration> Global = std::make_unique<Declaration>();
-  bool Parsed = false;
+  bool ReadKnown = false;      // parsed, and every file it read is in Read
   std::set<std::string> Read;  // every file on disk that the compiler read
   std::vector<ParseDiagnostic> Diagnostics;
 };
@@ -128,6 +128,10 @@ void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plain
   };
   CXErrorCode error = parse(withCache);
   const bool usedCache = !cached.empty() && error == CXError_Success;
+  // The compiler does not list what comes from the cached header: without those files, the
+  // declarations could not tell when they change.
+  std::optional<std::vector<std::string>> fromCache;
+  if (usedCache) fromCache = cache->Files();
   if (!cached.empty() && error != CXError_Success) {
     cache->Forget();  // made by another libclang, or its headers changed
     error = parse(arguments);
@@ -137,7 +141,8 @@ void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plain
         {unit.Contents.empty() ? unit.MainFile : std::string(), 0,
          "the compiler could not parse this unit (libclang error " + std::to_string(static_cast<int>(error)) + ")"});
   } else {
-    unit.Parsed = true;
+    unit.ReadKnown = !usedCache || fromCache;
+    if (fromCache) unit.Read.insert(fromCache->begin(), fromCache->end());
     collectDiagnostics(tu, unit);
     clang_getInclusions(
         tu,
@@ -272,7 +277,9 @@ ParseResult Parse(const CppInput& input) {
     }
   }
   if (!headers.empty()) units.insert(units.begin(), headerUnit(headers, input.IsC()));
-  const PrecompiledHeaders cache(arguments, input.IsC(), headers);
+  // Making the cached header costs about a parse. A first build only keeps its declarations; the
+  // header pays once the files are being changed and parsed again.
+  const PrecompiledHeaders cache(arguments, input.IsC(), headers, parsed.Kept());
   runUnits(units, arguments, input.PlainComments, headers.empty() ? nullptr : &cache);
 
   // A header whose braces do not match takes the headers after it down with it: each such header
@@ -303,14 +310,14 @@ ParseResult Parse(const CppInput& input) {
 
   std::unordered_set<std::string> seen;
   std::set<std::string> read;
-  bool allParsed = true;
+  bool allKnown = true;
   for (auto& unit : units) {
     merge(*result.Global, *unit->Global, seen);
     for (auto& d : unit->Diagnostics) result.Diagnostics.push_back(std::move(d));
     read.insert(unit->Read.begin(), unit->Read.end());
-    allParsed = allParsed && unit->Parsed;
+    allKnown = allKnown && unit->ReadKnown;
   }
-  if (allParsed) {
+  if (allKnown) {
     // Kept without the input problems, which are found again before the cache is read.
     ParseResult kept;
     kept.Global = std::move(result.Global);

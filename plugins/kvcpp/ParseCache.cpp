@@ -233,6 +233,11 @@ std::optional<ParseResult> ParseCache::Load() const {
   }
 }
 
+bool ParseCache::Kept() const {
+  std::error_code ec;
+  return !mFile.empty() && fs::exists(mFile, ec);
+}
+
 void ParseCache::Save(const ParseResult& result, const std::set<std::string>& read) const {
   if (mFile.empty() || !result.Global) return;
   Writer w;

@@ -21,6 +21,8 @@ class ParseCache {
 
   // The cached result, when every file it was read from is as it was then.
   std::optional<ParseResult> Load() const;
+  // Whether these files were parsed before, changed since or not.
+  bool Kept() const;
   // Keeps `result`, read from the files `read`; a failure to write only costs the next build.
   void Save(const ParseResult& result, const std::set<std::string>& read) const;
 

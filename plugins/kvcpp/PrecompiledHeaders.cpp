@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <set>
 
 #include "CacheFolder.h"
@@ -68,15 +69,19 @@ void visitInclusion(CXFile included, CXSourceLocation* stack, unsigned depth, CX
   if (!spelled.empty()) c->Found.push_back({spelled, system});
 }
 
-// The lines of the cached header's text through which a documented file is reached.
+// The lines of the cached header's text through which a documented file is reached, and the
+// files it holds, as the compiler names them.
 struct Reaching {
   const std::function<bool(const std::string&)>* Documented;
   std::set<unsigned> Lines;
+  std::string Files;
 };
 
 void visitReaching(CXFile included, CXSourceLocation* stack, unsigned depth, CXClientData data) {
   auto* r = static_cast<Reaching*>(data);
-  if (depth == 0 || !(*r->Documented)(pathOf(included))) return;
+  if (depth == 0) return;
+  r->Files += take(clang_getFileName(included)) + '\n';
+  if (!(*r->Documented)(pathOf(included))) return;
   unsigned line = 0;
   clang_getExpansionLocation(stack[depth - 1], nullptr, &line, nullptr, nullptr);
   r->Lines.insert(line);
@@ -85,8 +90,8 @@ void visitReaching(CXFile included, CXSourceLocation* stack, unsigned depth, CXC
 }  // namespace
 
 PrecompiledHeaders::PrecompiledHeaders(const std::vector<std::string>& arguments, bool c,
-                                       const std::vector<std::string>& documented)
-    : mArguments(arguments), mC(c) {
+                                       const std::vector<std::string>& documented, bool worthMaking)
+    : mArguments(arguments), mC(c), mWorthMaking(worthMaking) {
   const std::string folder = CacheFolder();
   if (folder.empty()) return;
   std::string key;
@@ -101,13 +106,24 @@ std::vector<std::string> PrecompiledHeaders::Arguments() const {
   return {"-include-pch", mFile};
 }
 
+std::optional<std::vector<std::string>> PrecompiledHeaders::Files() const {
+  std::ifstream in(mFile + ".files");
+  if (!in) return std::nullopt;
+  std::vector<std::string> files;
+  for (std::string line; std::getline(in, line);)
+    if (!line.empty()) files.push_back(line);
+  return files;
+}
+
 void PrecompiledHeaders::Forget() const {
   std::error_code ec;
-  if (!mFile.empty()) fs::remove(mFile, ec);
+  if (mFile.empty()) return;
+  fs::remove(mFile, ec);
+  fs::remove(mFile + ".files", ec);
 }
 
 void PrecompiledHeaders::Make(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented) const {
-  if (mFile.empty()) return;
+  if (mFile.empty() || !mWorthMaking) return;
   Collect collect{unit, &documented, {}};
   clang_getInclusions(unit, visitInclusion, &collect);
   std::vector<std::string> all, system;
@@ -142,7 +158,7 @@ bool PrecompiledHeaders::Save(std::vector<std::string> directives,
     CXIndex index = clang_createIndex(0, 0);
     CXTranslationUnit tu = nullptr;
     bool saved = false;
-    Reaching reaching{&documented, {}};
+    Reaching reaching{&documented, {}, {}};
     if (clang_parseTranslationUnit2(index, header.c_str(), args.data(), static_cast<int>(args.size()), &unsaved, 1,
                                     options, &tu) == CXError_Success) {
       bool clean = true;
@@ -152,9 +168,11 @@ bool PrecompiledHeaders::Save(std::vector<std::string> directives,
         clang_disposeDiagnostic(d);
       }
       clang_getInclusions(tu, visitReaching, &reaching);
-      // Written aside and renamed, so that another process never reads half a file.
+      // Written aside and renamed, so that another process never reads half a file. The list of
+      // the files it holds goes first: the declarations read with it depend on them too.
       const std::string partial = mFile + "." + std::to_string(getpid());
-      if (clean && reaching.Lines.empty() && clang_saveTranslationUnit(tu, partial.c_str(), 0) == CXSaveError_None) {
+      if (clean && reaching.Lines.empty() && clang_saveTranslationUnit(tu, partial.c_str(), 0) == CXSaveError_None &&
+          std::ofstream(mFile + ".files", std::ios::trunc) << reaching.Files) {
         fs::rename(partial, mFile, ec);
         saved = !ec;
       }

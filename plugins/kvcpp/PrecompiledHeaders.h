@@ -11,6 +11,7 @@
 #include <clang-c/Index.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,10 +19,14 @@ namespace kv::cpp {
 
 class PrecompiledHeaders {
  public:
-  PrecompiledHeaders(const std::vector<std::string>& arguments, bool c, const std::vector<std::string>& documented);
+  // With `worthMaking` false, a cached header is used when there is one but none is made.
+  PrecompiledHeaders(const std::vector<std::string>& arguments, bool c, const std::vector<std::string>& documented,
+                     bool worthMaking);
 
   // The arguments that load the cached header; empty when there is none.
   std::vector<std::string> Arguments() const;
+  // The files the cached header holds; nothing when that is not known.
+  std::optional<std::vector<std::string>> Files() const;
   // Drops the cached header, which could not be used.
   void Forget() const;
   // Makes the cached header from a unit parsed without it: the headers that the files `documented`
@@ -37,6 +42,7 @@ class PrecompiledHeaders {
 
   std::vector<std::string> mArguments;
   bool mC;
+  bool mWorthMaking;
   std::string mFile;  // empty: no cache folder
 };
 
