@@ -102,7 +102,8 @@ PrecompiledHeaders::PrecompiledHeaders(const std::vector<std::string>& arguments
 
 std::vector<std::string> PrecompiledHeaders::Arguments() const {
   std::error_code ec;
-  if (mFile.empty() || !fs::is_regular_file(mFile, ec)) return {};
+  // Without the list of the files it holds, the declarations read with it could not be kept.
+  if (mFile.empty() || !fs::is_regular_file(mFile, ec) || !fs::is_regular_file(mFile + ".files", ec)) return {};
   return {"-include-pch", mFile};
 }
 

@@ -351,6 +351,15 @@ TEST(CppParser, CachesTheSystemHeadersOnceFilesChangeAndParsesAlikeWithThem) {
   spoilDeclarations(cache);
   EXPECT_EQ(describe(parse({kData + "overloads", kData + "templates"})), describe(first));
   EXPECT_GT(fs::file_size(made[0]), 1000u);
+
+  // One that does not list the files it holds is not used but made again, list and all: the
+  // declarations read with it could not tell when those files change.
+  const fs::path list = made[0].string() + ".files";
+  ASSERT_TRUE(fs::exists(list));
+  fs::remove(list);
+  spoilDeclarations(cache);
+  EXPECT_EQ(describe(parse({kData + "overloads", kData + "templates"})), describe(first));
+  EXPECT_TRUE(fs::exists(list));
 }
 
 TEST(CppParser, KeepsTheDeclarationsUntilAFileTheyWereReadFromChanges) {
