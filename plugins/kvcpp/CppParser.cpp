@@ -15,6 +15,7 @@
 #include "DeclarationWalker.h"
 #include "ParseCache.h"
 #include "PrecompiledHeaders.h"
+#include "StandardLibrary.h"
 
 namespace kv::cpp {
 namespace fs = std::filesystem;
@@ -106,15 +107,15 @@ void collectDiagnostics(CXTranslationUnit tu, Unit& unit) {
   if (more) unit.Diagnostics.push_back({{}, 0, std::to_string(more) + " more errors in " + unit.MainFile});
 }
 
-// Parses a unit and walks it. With `cache`, the unit loads the cached precompiled header, or makes
-// it when there is none yet.
+// Parses a unit and walks it. With `cache`, the unit loads a precompiled header, or makes the
+// cached one when there is none yet.
 void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plainComments,
-               const PrecompiledHeaders* cache = nullptr) {
-  // The precompiled header holds system headers only: the walk need not load their declarations.
+               const PrecompiledHeaders* cache) {
+  // Precompiled headers hold no documented file: the walk need not load their declarations.
   CXIndex index = clang_createIndex(/*excludeDeclarationsFromPCH=*/1, 0);
+  const std::string header = cache ? cache->Header() : std::string();
   std::vector<std::string> withCache = arguments;
-  const std::vector<std::string> cached = cache ? cache->Arguments() : std::vector<std::string>();
-  withCache.insert(withCache.end(), cached.begin(), cached.end());
+  if (!header.empty()) withCache.insert(withCache.end(), {"-include-pch", header});
   CXUnsavedFile unsaved{unit.MainFile.c_str(), unit.Contents.c_str(), static_cast<unsigned long>(unit.Contents.size())};
   const unsigned options = CXTranslationUnit_SkipFunctionBodies | CXTranslationUnit_DetailedPreprocessingRecord |
                            CXTranslationUnit_KeepGoing | CXTranslationUnit_IgnoreNonErrorsFromIncludedFiles;
@@ -127,13 +128,13 @@ void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plain
                                        options, &tu);
   };
   CXErrorCode error = parse(withCache);
-  const bool usedCache = !cached.empty() && error == CXError_Success;
-  // The compiler does not list what comes from the cached header: without those files, the
+  const bool usedCache = !header.empty() && error == CXError_Success;
+  // The compiler does not list what comes from a precompiled header: without those files, the
   // declarations could not tell when they change.
   std::optional<std::vector<std::string>> fromCache;
-  if (usedCache) fromCache = cache->Files();
-  if (!cached.empty() && error != CXError_Success) {
-    cache->Forget();  // made by another libclang, or its headers changed
+  if (usedCache) fromCache = FilesOf(header);
+  if (!header.empty() && error != CXError_Success) {
+    cache->Forget(header);  // made by another libclang, or its headers changed
     error = parse(arguments);
   }
   if (error != CXError_Success || !tu) {
@@ -181,13 +182,13 @@ void merge(Declaration& into, Declaration& from, std::unordered_set<std::string>
   }
 }
 
-// Parses the units on all processors; the first may use `cache`.
+// Parses the units on all processors; the first uses `first`, the others `others`.
 void runUnits(std::vector<std::unique_ptr<Unit>>& units, const std::vector<std::string>& arguments, bool plainComments,
-              const PrecompiledHeaders* cache = nullptr) {
+              const PrecompiledHeaders& first, const PrecompiledHeaders& others) {
   std::atomic<size_t> next{0};
   auto work = [&] {
     for (size_t i; (i = next++) < units.size();)
-      parseUnit(*units[i], arguments, plainComments, i == 0 ? cache : nullptr);
+      parseUnit(*units[i], arguments, plainComments, i == 0 ? &first : &others);
   };
   const size_t threads = std::min<size_t>(units.size(), std::max(1u, std::thread::hardware_concurrency()));
   std::vector<std::thread> pool;
@@ -247,7 +248,7 @@ std::vector<std::string> CompilerArguments(const CppInput& input, const std::vec
   return args;
 }
 
-ParseResult Parse(const CppInput& input) {
+ParseResult Parse(const CppInput& input, const std::string& standardLibraryFolder) {
   ParseResult result;
   result.Global = std::make_unique<Declaration>();
   std::vector<std::string> problems;
@@ -279,8 +280,10 @@ ParseResult Parse(const CppInput& input) {
   if (!headers.empty()) units.insert(units.begin(), headerUnit(headers, input.IsC()));
   // Making the cached header costs about a parse. A first build only keeps its declarations; the
   // header pays once the files are being changed and parsed again.
-  const PrecompiledHeaders cache(arguments, input.IsC(), headers, parsed.Kept());
-  runUnits(units, arguments, input.PlainComments, headers.empty() ? nullptr : &cache);
+  const std::string library = StandardLibraryFor(standardLibraryFolder, arguments, result.Files);
+  const PrecompiledHeaders cache(arguments, input.IsC(), headers, parsed.Kept(), library);
+  const PrecompiledHeaders libraryOnly(arguments, input.IsC(), {}, false, library);
+  runUnits(units, arguments, input.PlainComments, headers.empty() ? libraryOnly : cache, libraryOnly);
 
   // A header whose braces do not match takes the headers after it down with it: each such header
   // is parsed on its own, and the others again without them. Other errors stay in their header.
@@ -302,7 +305,7 @@ ParseResult Parse(const CppInput& input) {
         again.push_back(std::move(unit));
       }
       if (!good.empty()) again.insert(again.begin(), headerUnit(good, input.IsC()));
-      runUnits(again, arguments, input.PlainComments);
+      runUnits(again, arguments, input.PlainComments, libraryOnly, libraryOnly);
       units.erase(units.begin());
       for (auto& unit : again) units.push_back(std::move(unit));
     }

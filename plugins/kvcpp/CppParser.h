@@ -31,7 +31,9 @@ struct ParseResult {
   std::vector<ParseDiagnostic> Diagnostics;
 };
 
-ParseResult Parse(const CppInput& input);
+// `standardLibraryFolder` holds the precompiled standard libraries to load (StandardLibrary.h);
+// empty for none.
+ParseResult Parse(const CppInput& input, const std::string& standardLibraryFolder = {});
 
 // The compiler arguments for the input: language, standard, include folders, defines and those
 // of a compile_commands.json.

@@ -89,26 +89,54 @@ void visitReaching(CXFile included, CXSourceLocation* stack, unsigned depth, CXC
 
 }  // namespace
 
-PrecompiledHeaders::PrecompiledHeaders(const std::vector<std::string>& arguments, bool c,
-                                       const std::vector<std::string>& documented, bool worthMaking)
-    : mArguments(arguments), mC(c), mWorthMaking(worthMaking) {
-  const std::string folder = CacheFolder();
-  if (folder.empty()) return;
-  std::string key;
-  for (const auto& a : arguments) key += a + '\n';
-  for (const auto& file : documented) key += file + '\n';
-  mFile = folder + "/pch-" + std::to_string(std::hash<std::string>()(key)) + (c ? ".c.pch" : ".pch");
-}
-
-std::vector<std::string> PrecompiledHeaders::Arguments() const {
+CompiledPrefix CompilePrefix(const std::string& file, std::vector<std::string> arguments, bool c,
+                             const std::string& text, const std::function<bool(const std::string&)>& documented) {
+  CompiledPrefix result;
   std::error_code ec;
-  // Without the list of the files it holds, the declarations read with it could not be kept.
-  if (mFile.empty() || !fs::is_regular_file(mFile, ec) || !fs::is_regular_file(mFile + ".files", ec)) return {};
-  return {"-include-pch", mFile};
+  fs::create_directories(fs::path(file).parent_path(), ec);
+  const std::string header = file + ".h";
+  for (size_t i = 0; i + 1 < arguments.size(); ++i)
+    if (arguments[i] == "-x") arguments[i + 1] = c ? "c-header" : "c++-header";
+  std::vector<const char*> args;
+  for (const auto& a : arguments) args.push_back(a.c_str());
+  // The options of the units that will load it, or libclang refuses it.
+  const unsigned options = CXTranslationUnit_ForSerialization | CXTranslationUnit_SkipFunctionBodies |
+                           CXTranslationUnit_DetailedPreprocessingRecord;
+  CXUnsavedFile unsaved{header.c_str(), text.c_str(), static_cast<unsigned long>(text.size())};
+  CXIndex index = clang_createIndex(0, 0);
+  CXTranslationUnit tu = nullptr;
+  const CXErrorCode error = clang_parseTranslationUnit2(index, header.c_str(), args.data(),
+                                                        static_cast<int>(args.size()), &unsaved, 1, options, &tu);
+  if (error != CXError_Success) {
+    result.Error = "libclang error " + std::to_string(static_cast<int>(error));
+  } else {
+    for (unsigned i = 0; i < clang_getNumDiagnostics(tu) && result.Error.empty(); ++i) {
+      CXDiagnostic d = clang_getDiagnostic(tu, i);
+      if (clang_getDiagnosticSeverity(d) >= CXDiagnostic_Error)
+        result.Error = take(clang_formatDiagnostic(d, clang_defaultDiagnosticDisplayOptions()));
+      clang_disposeDiagnostic(d);
+    }
+    Reaching reaching{&documented, {}, {}};
+    clang_getInclusions(tu, visitReaching, &reaching);
+    result.Reaching = std::move(reaching.Lines);
+    // Written aside and renamed, so that another process never reads half a file. The list of
+    // the files it holds goes first: the declarations read with it depend on them too.
+    const std::string partial = file + "." + std::to_string(getpid());
+    if (result.Error.empty() && result.Reaching.empty() &&
+        clang_saveTranslationUnit(tu, partial.c_str(), 0) == CXSaveError_None &&
+        std::ofstream(file + ".files", std::ios::trunc) << reaching.Files) {
+      fs::rename(partial, file, ec);
+      result.Saved = !ec;
+    }
+    fs::remove(partial, ec);
+    clang_disposeTranslationUnit(tu);
+  }
+  clang_disposeIndex(index);
+  return result;
 }
 
-std::optional<std::vector<std::string>> PrecompiledHeaders::Files() const {
-  std::ifstream in(mFile + ".files");
+std::optional<std::vector<std::string>> FilesOf(const std::string& header) {
+  std::ifstream in(header + ".files");
   if (!in) return std::nullopt;
   std::vector<std::string> files;
   for (std::string line; std::getline(in, line);)
@@ -116,9 +144,40 @@ std::optional<std::vector<std::string>> PrecompiledHeaders::Files() const {
   return files;
 }
 
-void PrecompiledHeaders::Forget() const {
+bool IsCurrent(const std::string& header) {
   std::error_code ec;
-  if (mFile.empty()) return;
+  const auto made = fs::last_write_time(header, ec);
+  const auto files = FilesOf(header);
+  if (ec || !files) return false;
+  for (const auto& file : *files) {
+    const auto changed = fs::last_write_time(file, ec);
+    if (ec || changed > made) return false;
+  }
+  return true;
+}
+
+PrecompiledHeaders::PrecompiledHeaders(const std::vector<std::string>& arguments, bool c,
+                                       const std::vector<std::string>& documented, bool worthMaking,
+                                       std::string standardLibrary)
+    : mArguments(arguments), mC(c), mWorthMaking(worthMaking), mStandardLibrary(std::move(standardLibrary)) {
+  const std::string folder = CacheFolder();
+  if (folder.empty() || documented.empty()) return;
+  std::string key;
+  for (const auto& a : arguments) key += a + '\n';
+  for (const auto& file : documented) key += file + '\n';
+  mFile = folder + "/pch-" + std::to_string(std::hash<std::string>()(key)) + (c ? ".c.pch" : ".pch");
+}
+
+std::string PrecompiledHeaders::Header() const {
+  // Without the list of the files it holds, the declarations read with it could not be kept.
+  if (!mFile.empty() && IsCurrent(mFile)) return mFile;
+  if (!mWorthMaking && !mStandardLibrary.empty()) return mStandardLibrary;
+  return {};
+}
+
+void PrecompiledHeaders::Forget(const std::string& header) const {
+  std::error_code ec;
+  if (mFile.empty() || header != mFile) return;
   fs::remove(mFile, ec);
   fs::remove(mFile + ".files", ec);
 }
@@ -139,52 +198,16 @@ void PrecompiledHeaders::Make(CXTranslationUnit unit, const std::function<bool(c
 
 bool PrecompiledHeaders::Save(std::vector<std::string> directives,
                               const std::function<bool(const std::string&)>& documented) const {
-  std::error_code ec;
-  fs::create_directories(fs::path(mFile).parent_path(), ec);
-  const std::string header = mFile + ".h";
-  std::vector<std::string> arguments = mArguments;
-  for (size_t i = 0; i + 1 < arguments.size(); ++i)
-    if (arguments[i] == "-x") arguments[i + 1] = mC ? "c-header" : "c++-header";
-  std::vector<const char*> args;
-  for (const auto& a : arguments) args.push_back(a.c_str());
-  // The options of the units that will load it, or libclang refuses it.
-  const unsigned options = CXTranslationUnit_ForSerialization | CXTranslationUnit_SkipFunctionBodies |
-                           CXTranslationUnit_DetailedPreprocessingRecord;
   // Further tries leave out the headers through which a documented file is reached: held in the
   // cache, that file's declarations would be hidden from the walk, and it would not be read again.
   for (int attempt = 0; attempt < 4 && !directives.empty(); ++attempt) {
     std::string prefix;
     for (const auto& line : directives) prefix += line + '\n';
-    CXUnsavedFile unsaved{header.c_str(), prefix.c_str(), static_cast<unsigned long>(prefix.size())};
-    CXIndex index = clang_createIndex(0, 0);
-    CXTranslationUnit tu = nullptr;
-    bool saved = false;
-    Reaching reaching{&documented, {}, {}};
-    if (clang_parseTranslationUnit2(index, header.c_str(), args.data(), static_cast<int>(args.size()), &unsaved, 1,
-                                    options, &tu) == CXError_Success) {
-      bool clean = true;
-      for (unsigned i = 0; i < clang_getNumDiagnostics(tu); ++i) {
-        CXDiagnostic d = clang_getDiagnostic(tu, i);
-        clean = clean && clang_getDiagnosticSeverity(d) < CXDiagnostic_Error;
-        clang_disposeDiagnostic(d);
-      }
-      clang_getInclusions(tu, visitReaching, &reaching);
-      // Written aside and renamed, so that another process never reads half a file. The list of
-      // the files it holds goes first: the declarations read with it depend on them too.
-      const std::string partial = mFile + "." + std::to_string(getpid());
-      if (clean && reaching.Lines.empty() && clang_saveTranslationUnit(tu, partial.c_str(), 0) == CXSaveError_None &&
-          std::ofstream(mFile + ".files", std::ios::trunc) << reaching.Files) {
-        fs::rename(partial, mFile, ec);
-        saved = !ec;
-      }
-      fs::remove(partial, ec);
-      clang_disposeTranslationUnit(tu);
-    }
-    clang_disposeIndex(index);
-    if (saved || reaching.Lines.empty()) return saved;
+    const CompiledPrefix compiled = CompilePrefix(mFile, mArguments, mC, prefix, documented);
+    if (compiled.Saved || compiled.Reaching.empty()) return compiled.Saved;
     std::vector<std::string> kept;
     for (size_t i = 0; i < directives.size(); ++i)
-      if (!reaching.Lines.count(unsigned(i + 1))) kept.push_back(std::move(directives[i]));
+      if (!compiled.Reaching.count(unsigned(i + 1))) kept.push_back(std::move(directives[i]));
     directives = std::move(kept);
   }
   return false;

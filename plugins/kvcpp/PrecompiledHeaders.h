@@ -3,32 +3,56 @@
 // headers when only its sources are documented, LLVM's ADT beside its Support). It is kept between
 // runs in the user's cache folder ($XDG_CACHE_HOME/kavrel, else ~/.cache/kavrel): reading those
 // headers, and the templates they make the compiler instantiate, is most of the work of a parse.
-// One cache entry stands for one set of compiler arguments and documented files; libclang checks
-// on loading that the headers it holds are unchanged, and an entry that cannot be used is removed
-// and made again.
+// One cache entry stands for one set of compiler arguments and documented files; an entry whose
+// headers changed is made again, and one that libclang cannot load is removed and made again. Until there is one, units
+// load the installation's precompiled standard library when it suits them.
 #pragma once
 
 #include <clang-c/Index.h>
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace kv::cpp {
 
+// What compiling a text of include directives into a precompiled header came to.
+struct CompiledPrefix {
+  bool Saved = false;
+  std::set<unsigned> Reaching;  // the lines of the text through which a documented file is reached
+  std::string Error;            // the first error, when the text does not compile cleanly
+};
+
+// Compiles `text` into the precompiled header `file` for units compiled with `arguments`, with the
+// list of the files it holds in `file`.files (libclang does not report them to the units that
+// load it). Nothing is saved when the text has errors or reaches a documented file.
+CompiledPrefix CompilePrefix(const std::string& file, std::vector<std::string> arguments, bool c,
+                             const std::string& text, const std::function<bool(const std::string&)>& documented);
+
+// The files a precompiled header holds, as `CompilePrefix` listed them; nothing when not known.
+std::optional<std::vector<std::string>> FilesOf(const std::string& header);
+
+// Whether a precompiled header can be loaded: it lists the files it holds, and none of them is
+// newer than itself. libclang does not check system headers on loading, and would read them as
+// they were.
+bool IsCurrent(const std::string& header);
+
 class PrecompiledHeaders {
  public:
   // With `worthMaking` false, a cached header is used when there is one but none is made.
+  // `standardLibrary` is the installation's precompiled standard library for these arguments, or
+  // empty. Without documented headers nothing is cached, and only the library can be loaded.
   PrecompiledHeaders(const std::vector<std::string>& arguments, bool c, const std::vector<std::string>& documented,
-                     bool worthMaking);
+                     bool worthMaking, std::string standardLibrary);
 
-  // The arguments that load the cached header; empty when there is none.
-  std::vector<std::string> Arguments() const;
-  // The files the cached header holds; nothing when that is not known.
-  std::optional<std::vector<std::string>> Files() const;
-  // Drops the cached header, which could not be used.
-  void Forget() const;
+  // The precompiled header a unit should load: the cached one, else the standard library while no
+  // cached one is to be made (making one needs a unit parsed without); empty for none.
+  std::string Header() const;
+  // Drops a header that could not be used, when it is the cached one: the standard library
+  // belongs to the installation and stays.
+  void Forget(const std::string& header) const;
   // Makes the cached header from a unit parsed without it: the headers that the files `documented`
   // tells include, in their order, system headers as they spell them and others by their path. A
   // header through which a documented file is reached stays out, or that file's declarations
@@ -43,7 +67,8 @@ class PrecompiledHeaders {
   std::vector<std::string> mArguments;
   bool mC;
   bool mWorthMaking;
-  std::string mFile;  // empty: no cache folder
+  std::string mFile;  // empty: no cache folder, or nothing to cache
+  std::string mStandardLibrary;
 };
 
 }  // namespace kv::cpp

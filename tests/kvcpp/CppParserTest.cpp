@@ -8,6 +8,7 @@
 #include <tuple>
 
 #include "CppParser.h"
+#include "StandardLibrary.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TempFolder.h"
 
@@ -421,6 +422,58 @@ TEST(CppParser, CachesTheProjectsOtherHeadersButNeverADocumentedOne) {
   fs::last_write_time(tree.path("public/api.h"), fs::file_time_type::clock::now() + std::chrono::seconds(5));
   EXPECT_TRUE(at(*parse({tree.path("src")}).Global, "Later"));
   EXPECT_TRUE(at(*parse({tree.path("src")}).Global, "Later"));
+}
+
+TEST(CppParser, LoadsThePrecompiledStandardLibraryThatTheHeadersNeed) {
+  test::TempFolder cache, installed, tree;
+  test::ScopedEnvironment environment("XDG_CACHE_HOME", cache.path());
+  // Stand-ins for the library's two parts, each declaring a type of its own.
+  fs::create_directories(tree.path("library"));
+  fs::create_directories(tree.path("api"));
+  write(tree.path("library/core.h"), "#pragma once\nstruct FromCore {};\n");
+  write(tree.path("library/whole.h"), "#pragma once\nstruct FromWhole {};\n");
+  for (const auto& [part, header] : {std::pair{LibraryPart::Core, "core.h"}, std::pair{LibraryPart::Whole, "whole.h"}})
+    ASSERT_EQ(PrecompileStandardLibrary(installed.path(), "c++20", part,
+                                        "#include \"" + tree.path("library/") + header + "\"\n"),
+              "");
+  write(tree.path("api/core_only.h"),
+        "#include <cstddef>\n#include <sys/types.h>\n#include <stddef.h>\nFromCore make();\n");
+  write(tree.path("api/beyond.h"), "#include <csignal>\nFromWhole other();\n");
+  const auto parseWith = [&](const std::string& file, const std::string& folder, CppInput input = {}) {
+    input.Sources = {tree.path("api/" + file)};
+    return Parse(input, folder);
+  };
+  const auto clean = [](const ParseResult& r) {
+    std::string problems;
+    for (const auto& d : r.Diagnostics) problems += d.Format() + "\n";
+    return problems;
+  };
+
+  // Headers that stay within the core load it; one library header beyond it loads the whole.
+  // Headers with a folder or an extension are not the library's.
+  EXPECT_EQ(clean(parseWith("core_only.h", installed.path())), "");
+  EXPECT_EQ(clean(parseWith("beyond.h", installed.path())), "");
+  EXPECT_THAT(clean(parseWith("core_only.h", "")), HasSubstr("FromCore"));
+
+  // Not for C, nor another standard, nor a define that the library's headers may test.
+  CppInput c, other, reserved;
+  c.Standard = "c11";
+  other.Standard = "c++17";
+  reserved.Defines = {"_GNU_SOURCE"};
+  for (const auto& input : {c, other, reserved})
+    EXPECT_THAT(clean(parseWith("core_only.h", installed.path(), input)), HasSubstr("FromCore")) << input.Standard;
+
+  // A part whose headers changed since it was made is not loaded (libclang does not check system
+  // headers): the other part stands in, then none, and the installation keeps its files.
+  const std::vector<std::string> arguments = CompilerArguments(CppInput(), {});
+  const std::vector<std::string> documented{tree.path("api/core_only.h")};
+  const auto later = fs::file_time_type::clock::now() + std::chrono::seconds(5);
+  fs::last_write_time(tree.path("library/core.h"), later);
+  EXPECT_EQ(StandardLibraryFor(installed.path(), arguments, documented), installed.path("std-c++20.pch"));
+  fs::last_write_time(tree.path("library/whole.h"), later);
+  EXPECT_EQ(StandardLibraryFor(installed.path(), arguments, documented), "");
+  EXPECT_THAT(clean(parseWith("core_only.h", installed.path())), HasSubstr("FromCore"));
+  EXPECT_TRUE(fs::exists(installed.path("std-c++20-core.pch")));
 }
 
 }  // namespace
