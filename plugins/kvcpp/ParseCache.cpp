@@ -273,6 +273,7 @@ void ParseCache::Save(const ParseResult& result, const std::set<std::string>& re
   }
   fs::rename(partial, mFile, ec);
   if (ec) fs::remove(partial, ec);
+  PruneCacheFolder(fs::path(mFile).parent_path().string());
 }
 
 }  // namespace kv::cpp
