@@ -125,6 +125,8 @@ TEST_F(CppCommentFile, ABuildThatParsesTheHeadersAgainKeepsTheCommentsOnTheNewIt
   const ItemPtr before = item("cpplib~convert");
   const auto summaries = texts("cpplib~convert", "##SUMMARY");
   const auto messages = host.messages().size();
+  // The doc type's preparation copies the template's support files there.
+  project->OutputFolder(temp.path("output"));
   project->DocTypes->Item("kv.cpp")->BeforeBuild();
   const ItemPtr after = item("cpplib~convert");
   ASSERT_NE(after, before);  // parsed anew
