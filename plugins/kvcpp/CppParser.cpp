@@ -107,7 +107,7 @@ void collectDiagnostics(CXTranslationUnit tu, Unit& unit) {
   if (more) unit.Diagnostics.push_back({{}, 0, std::to_string(more) + " more errors in " + unit.MainFile});
 }
 
-// Parses a unit and walks it. With `cache`, the unit loads a precompiled header, or makes the
+// Parses a unit and walks it. With `cache`, the unit loads a precompiled header, and makes the
 // cached one when there is none yet.
 void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plainComments,
                const PrecompiledHeaders* cache) {
@@ -158,7 +158,7 @@ void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plain
     const auto documented = [&](const std::string& file) { return unit.Documented.count(file) > 0; };
     DeclarationWalker walker(tu, documented, plainComments);
     walker.Walk(*unit.Global);
-    if (cache && !usedCache) cache->Make(tu, documented);
+    if (cache) cache->Make(tu, documented, usedCache ? header : std::string());
     clang_disposeTranslationUnit(tu);
   }
   clang_disposeIndex(index);

@@ -90,8 +90,16 @@ void visitReaching(CXFile included, CXSourceLocation* stack, unsigned depth, CXC
 }  // namespace
 
 CompiledPrefix CompilePrefix(const std::string& file, std::vector<std::string> arguments, bool c,
-                             const std::string& text, const std::function<bool(const std::string&)>& documented) {
+                             const std::string& text, const std::function<bool(const std::string&)>& documented,
+                             const std::string& chainedTo) {
   CompiledPrefix result;
+  std::string held;
+  if (!chainedTo.empty()) {
+    const auto files = FilesOf(chainedTo);
+    if (!files) return {false, {}, "no list of the files that " + chainedTo + " holds"};
+    for (const auto& f : *files) held += f + '\n';
+    arguments.insert(arguments.end(), {"-include-pch", chainedTo});
+  }
   std::error_code ec;
   fs::create_directories(fs::path(file).parent_path(), ec);
   const std::string header = file + ".h";
@@ -124,7 +132,7 @@ CompiledPrefix CompilePrefix(const std::string& file, std::vector<std::string> a
     const std::string partial = file + "." + std::to_string(getpid());
     if (result.Error.empty() && result.Reaching.empty() &&
         clang_saveTranslationUnit(tu, partial.c_str(), 0) == CXSaveError_None &&
-        std::ofstream(file + ".files", std::ios::trunc) << reaching.Files) {
+        std::ofstream(file + ".files", std::ios::trunc) << held << reaching.Files) {
       fs::rename(partial, file, ec);
       result.Saved = !ec;
     }
@@ -165,14 +173,14 @@ PrecompiledHeaders::PrecompiledHeaders(const std::vector<std::string>& arguments
   std::string key;
   for (const auto& a : arguments) key += a + '\n';
   for (const auto& file : documented) key += file + '\n';
+  key += mStandardLibrary;  // the header is made on top of it
   mFile = folder + "/pch-" + std::to_string(std::hash<std::string>()(key)) + (c ? ".c.pch" : ".pch");
 }
 
 std::string PrecompiledHeaders::Header() const {
   // Without the list of the files it holds, the declarations read with it could not be kept.
   if (!mFile.empty() && IsCurrent(mFile)) return mFile;
-  if (!mWorthMaking && !mStandardLibrary.empty()) return mStandardLibrary;
-  return {};
+  return mStandardLibrary;
 }
 
 void PrecompiledHeaders::Forget(const std::string& header) const {
@@ -182,8 +190,9 @@ void PrecompiledHeaders::Forget(const std::string& header) const {
   fs::remove(mFile + ".files", ec);
 }
 
-void PrecompiledHeaders::Make(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented) const {
-  if (mFile.empty() || !mWorthMaking) return;
+void PrecompiledHeaders::Make(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented,
+                              const std::string& loaded) const {
+  if (mFile.empty() || !mWorthMaking || loaded == mFile) return;
   Collect collect{unit, &documented, {}};
   clang_getInclusions(unit, visitInclusion, &collect);
   std::vector<std::string> all, system;
@@ -193,17 +202,20 @@ void PrecompiledHeaders::Make(CXTranslationUnit unit, const std::function<bool(c
     all.push_back(inclusion.Directive);
     if (inclusion.System) system.push_back(inclusion.Directive);
   }
-  if (!Save(all, documented) && system != all) Save(system, documented);
+  // What the unit read past the standard library goes on top of it, and loads it in turn.
+  const std::string chainedTo = loaded == mStandardLibrary ? loaded : std::string();
+  if (!Save(all, documented, chainedTo) && system != all) Save(system, documented, chainedTo);
 }
 
 bool PrecompiledHeaders::Save(std::vector<std::string> directives,
-                              const std::function<bool(const std::string&)>& documented) const {
+                              const std::function<bool(const std::string&)>& documented,
+                              const std::string& chainedTo) const {
   // Further tries leave out the headers through which a documented file is reached: held in the
   // cache, that file's declarations would be hidden from the walk, and it would not be read again.
   for (int attempt = 0; attempt < 4 && !directives.empty(); ++attempt) {
     std::string prefix;
     for (const auto& line : directives) prefix += line + '\n';
-    const CompiledPrefix compiled = CompilePrefix(mFile, mArguments, mC, prefix, documented);
+    const CompiledPrefix compiled = CompilePrefix(mFile, mArguments, mC, prefix, documented, chainedTo);
     if (compiled.Saved || compiled.Reaching.empty()) return compiled.Saved;
     std::vector<std::string> kept;
     for (size_t i = 0; i < directives.size(); ++i)

@@ -27,9 +27,11 @@ struct CompiledPrefix {
 
 // Compiles `text` into the precompiled header `file` for units compiled with `arguments`, with the
 // list of the files it holds in `file`.files (libclang does not report them to the units that
-// load it). Nothing is saved when the text has errors or reaches a documented file.
+// load it). With `chainedTo`, the header builds on that precompiled header, and holds its files
+// too. Nothing is saved when the text has errors or reaches a documented file.
 CompiledPrefix CompilePrefix(const std::string& file, std::vector<std::string> arguments, bool c,
-                             const std::string& text, const std::function<bool(const std::string&)>& documented);
+                             const std::string& text, const std::function<bool(const std::string&)>& documented,
+                             const std::string& chainedTo = {});
 
 // The files a precompiled header holds, as `CompilePrefix` listed them; nothing when not known.
 std::optional<std::vector<std::string>> FilesOf(const std::string& header);
@@ -47,22 +49,26 @@ class PrecompiledHeaders {
   PrecompiledHeaders(const std::vector<std::string>& arguments, bool c, const std::vector<std::string>& documented,
                      bool worthMaking, std::string standardLibrary);
 
-  // The precompiled header a unit should load: the cached one, else the standard library while no
-  // cached one is to be made (making one needs a unit parsed without); empty for none.
+  // The precompiled header a unit should load: the cached one, else the standard library; empty
+  // for none.
   std::string Header() const;
   // Drops a header that could not be used, when it is the cached one: the standard library
   // belongs to the installation and stays.
   void Forget(const std::string& header) const;
-  // Makes the cached header from a unit parsed without it: the headers that the files `documented`
-  // tells include, in their order, system headers as they spell them and others by their path. A
-  // header through which a documented file is reached stays out, or that file's declarations
-  // would be hidden in the cache. When those headers do not compile on their own, the cache holds
-  // the system headers only.
-  void Make(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented) const;
+  // Makes the cached header from a unit that loaded `loaded` (a header from `Header`, or none)
+  // unless that was the cached one: the headers that the files `documented` tells include, in
+  // their order, system headers as they spell them and others by their path. A header through
+  // which a documented file is reached stays out, or that file's declarations would be hidden in
+  // the cache. When those headers do not compile on their own, the cache holds the system headers
+  // only.
+  void Make(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented,
+            const std::string& loaded) const;
 
  private:
-  // Compiles the include directives into the cache; false when they do not compile cleanly.
-  bool Save(std::vector<std::string> directives, const std::function<bool(const std::string&)>& documented) const;
+  // Compiles the include directives into the cache, on top of `chainedTo` when it is given; false
+  // when they do not compile cleanly.
+  bool Save(std::vector<std::string> directives, const std::function<bool(const std::string&)>& documented,
+            const std::string& chainedTo) const;
 
   std::vector<std::string> mArguments;
   bool mC;

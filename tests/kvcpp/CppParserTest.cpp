@@ -476,5 +476,52 @@ TEST(CppParser, LoadsThePrecompiledStandardLibraryThatTheHeadersNeed) {
   EXPECT_TRUE(fs::exists(installed.path("std-c++20-core.pch")));
 }
 
+TEST(CppParser, MakesTheCachedHeaderOnTopOfThePrecompiledStandardLibrary) {
+  test::TempFolder cache, installed, tree;
+  test::ScopedEnvironment environment("XDG_CACHE_HOME", cache.path());
+  fs::create_directories(tree.path("library"));
+  fs::create_directories(tree.path("public"));
+  fs::create_directories(tree.path("src"));
+  write(tree.path("library/core.h"), "#pragma once\nstruct FromCore {};\n");
+  write(tree.path("public/api.h"), "#pragma once\nstruct Api {};\n");
+  write(tree.path("src/outer.h"),
+        "#include <cstddef>\n#include \"../public/api.h\"\nstruct Outer { Api api; FromCore core; };\n");
+  for (const auto& entry : fs::recursive_directory_iterator(tree.path()))
+    if (entry.is_regular_file())
+      fs::last_write_time(entry.path(), fs::file_time_type::clock::now() - std::chrono::hours(1));
+  ASSERT_EQ(PrecompileStandardLibrary(installed.path(), "c++20", LibraryPart::Core,
+                                      "#include \"" + tree.path("library/core.h") + "\"\n"),
+            "");
+  CppInput input;
+  input.Sources = {tree.path("src")};
+  const auto problems = [](const ParseResult& r) {
+    std::string text;
+    for (const auto& d : r.Diagnostics) text += d.Format() + "\n";
+    return text;
+  };
+
+  // The second parse makes the cached header from what the first one read past the library.
+  EXPECT_EQ(problems(Parse(input, installed.path())), "");
+  spoilDeclarations(cache);
+  EXPECT_EQ(problems(Parse(input, installed.path())), "");
+  const std::vector<fs::path> made = precompiledHeaders(cache);
+  ASSERT_EQ(made.size(), 1u);
+  std::ifstream list(made[0].string() + ".files");
+  const std::string held{std::istreambuf_iterator<char>(list), {}};
+  EXPECT_THAT(held, HasSubstr("library/core.h"));
+  EXPECT_THAT(held, HasSubstr("public/api.h"));
+
+  // Loading it loads the library too.
+  spoilDeclarations(cache);
+  const ParseResult warm = Parse(input, installed.path());
+  EXPECT_EQ(problems(warm), "");
+  EXPECT_TRUE(at(*warm.Global, "Outer"));
+
+  // A change to the library's headers is a change to the cached header.
+  fs::last_write_time(tree.path("library/core.h"), fs::file_time_type::clock::now() + std::chrono::seconds(5));
+  spoilDeclarations(cache);
+  EXPECT_THAT(problems(Parse(input, installed.path())), HasSubstr("FromCore"));
+}
+
 }  // namespace
 }  // namespace kv::cpp
