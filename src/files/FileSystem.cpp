@@ -185,6 +185,7 @@ std::string resolve(std::string_view name, const std::string& baseFolder) {
     case EACCES:
     case EPERM:
     case EROFS: throw Failure(err::PermissionDenied, "Permission denied: '" + path + "'");
+    case EISDIR: throw Failure(err::PathFileAccessError, "Path/File access error: '" + path + "' is a folder");
     default:
       throw Failure(err::PathFileAccessError, "Path/File access error: cannot " + std::string(action) + " '" + path +
                                                   "': " + std::strerror(error));
@@ -365,9 +366,10 @@ void FileSystem::Open(int mode, int access, int /*share: Linux does not lock*/, 
     default:
       throw Failure(err::InvalidProcedureCall, "Invalid procedure call or argument: mode " + std::to_string(mode));
   }
+  // Only a plain read opens a folder without EISDIR; pages are written without the extra look.
   std::error_code ec;
-  if (fs::is_directory(mFileName, ec))
-    throw Failure(err::PathFileAccessError, "Path/File access error: '" + mFileName + "' is a folder");
+  if ((flags & (O_ACCMODE | O_CREAT)) == O_RDONLY && fs::is_directory(mFileName, ec))
+    failFor(EISDIR, mFileName, "open");
   const int fd = ::open(mFileName.c_str(), flags, 0666);
   if (fd < 0) failFor(errno, mFileName, "open");
 
@@ -375,7 +377,7 @@ void FileSystem::Open(int mode, int access, int /*share: Linux does not lock*/, 
   stream->fd = fd;
   stream->writable = access != AccessRead;
   stream->replacing = mode == CreateAlways && access == AccessWrite;
-  stream->atStart = (mode == OpenAppend ? ::lseek(fd, 0, SEEK_END) : ::lseek(fd, 0, SEEK_CUR)) == 0;
+  stream->atStart = mode != OpenAppend || ::lseek(fd, 0, SEEK_END) == 0;
   mStream = std::move(stream);
   mCodePage = codePage;
 }

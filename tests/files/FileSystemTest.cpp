@@ -195,6 +195,18 @@ TEST_F(FileSystemTest, FailuresNameNumberAndPath) {
   });
   EXPECT_EQ(refused, kv::err::PermissionDenied);
   EXPECT_FALSE(fs::exists(root / "locked/x.txt"));
+
+  // A folder is never opened as a file, however it is asked for.
+  fs::create_directories(root / "folder");
+  FileSystem folder(path("folder"));
+  for (const int mode :
+       {FileSystem::OpenExisting, FileSystem::OpenAppend, FileSystem::CreateAlways, FileSystem::OpenAlways})
+    for (const int access : {FileSystem::AccessRead, FileSystem::AccessWrite, FileSystem::AccessReadWrite}) {
+      EXPECT_EQ(failureNumber([&] { folder.Open(mode, access); }, &message), kv::err::PathFileAccessError)
+          << mode << " " << access;
+      EXPECT_NE(message.find("is a folder"), std::string::npos) << message;
+    }
+  EXPECT_FALSE(folder.IsOpen());
 }
 
 TEST_F(FileSystemTest, ExistenceFoldersAndTimes) {
