@@ -116,7 +116,7 @@ CompiledPrefix CompilePrefix(const std::string& file, std::vector<std::string> a
   const CXErrorCode error = clang_parseTranslationUnit2(index, header.c_str(), args.data(),
                                                         static_cast<int>(args.size()), &unsaved, 1, options, &tu);
   if (error != CXError_Success) {
-    result.Error = "libclang error " + std::to_string(static_cast<int>(error));
+    result.Error = "libclang refused the arguments or the text (error " + std::to_string(static_cast<int>(error)) + ")";
   } else {
     for (unsigned i = 0; i < clang_getNumDiagnostics(tu) && result.Error.empty(); ++i) {
       CXDiagnostic d = clang_getDiagnostic(tu, i);

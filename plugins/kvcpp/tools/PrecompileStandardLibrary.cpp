@@ -11,16 +11,14 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: %s FOLDER STANDARD...\n", argv[0]);
     return 2;
   }
-  int failed = 0;
   for (int i = 2; i < argc; ++i) {
     for (const auto part : {kv::cpp::LibraryPart::Core, kv::cpp::LibraryPart::Whole}) {
       const std::string problem = kv::cpp::PrecompileStandardLibrary(argv[1], argv[i], part);
-      if (problem.empty()) continue;
       // A library that does not compile costs speed, not the build: the parser goes without it.
-      std::fprintf(stderr, "kvcpp-precompile: the standard library of %s was not precompiled: %s\n", argv[i],
-                   problem.c_str());
-      ++failed;
+      if (!problem.empty())
+        std::fprintf(stderr, "kvcpp-precompile: warning: the standard library of %s was not precompiled: %s\n", argv[i],
+                     problem.c_str());
     }
   }
-  return failed == 2 * (argc - 2) ? 1 : 0;
+  return 0;
 }
