@@ -5,7 +5,8 @@
 # and index, the frames site); Doxygen runs with its own parser, HTML only, no diagrams, every
 # entity extracted. Each figure is the median of five runs of the whole process
 # (wall seconds, peak resident memory) after one warm-up run, measured with /usr/bin/time.
-# Kavrel is timed twice: a first build, with its cache folder emptied before each run, and a
+# Kavrel is timed twice: a first build, with its cache folder emptied before each run (the
+# standard library that the build of Kavrel precompiled stays, as it does for a user), and a
 # rebuild, with the cache of precompiled headers and declarations that the warm-up fills (what a
 # user's second build of unchanged headers costs). Doxygen keeps nothing between runs.
 #
