@@ -1,6 +1,5 @@
 #include "ParseCache.h"
 
-#include <dlfcn.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -11,6 +10,7 @@
 #include <iterator>
 
 #include "CacheFolder.h"
+#include "ParserModule.h"
 
 namespace kv::cpp {
 namespace fs = std::filesystem;
@@ -195,10 +195,9 @@ ParseCache::ParseCache(const std::vector<std::string>& arguments, bool plainComm
   key += plainComments ? "plain\n" : "marked\n";
   for (const auto& f : files) key += f + '\n';
   // The parser's own build: another build may read the same files into other declarations.
-  Dl_info self{};
-  if (dladdr(reinterpret_cast<void*>(&stampOf), &self) && self.dli_fname)
-    if (const auto stamp = stampOf(self.dli_fname))
-      key += std::string(self.dli_fname) + std::to_string(stamp->Size) + ":" + std::to_string(stamp->Nanoseconds);
+  const std::string module = ParserModuleFile();
+  if (const auto stamp = stampOf(module))
+    key += module + std::to_string(stamp->Size) + ":" + std::to_string(stamp->Nanoseconds);
   mFile = folder + "/declarations-" + std::to_string(std::hash<std::string>()(key)) + ".bin";
   const auto now = std::chrono::system_clock::now().time_since_epoch();
   mStarted = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();

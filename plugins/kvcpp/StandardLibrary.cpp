@@ -1,11 +1,10 @@
 #include "StandardLibrary.h"
 
-#include <dlfcn.h>
-
 #include <filesystem>
 #include <fstream>
 #include <set>
 
+#include "ParserModule.h"
 #include "PrecompiledHeaders.h"
 
 namespace kv::cpp {
@@ -58,9 +57,7 @@ bool beyondCore(const std::string& file) {
 }  // namespace
 
 std::string StandardLibraryFolder() {
-  Dl_info self{};
-  if (!dladdr(reinterpret_cast<void*>(&fileFor), &self) || !self.dli_fname) return {};
-  const fs::path module = self.dli_fname;
+  const fs::path module = ParserModuleFile();
   if (module.extension() != ".so") return {};
   return (module.parent_path() / "kvcpp").string();
 }
