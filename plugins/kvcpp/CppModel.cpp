@@ -4,7 +4,7 @@
 #include <map>
 #include <mutex>
 
-#include "StandardLibrary.h"
+#include "ParserModule.h"
 #include "kavrel/IKVProject.h"
 
 namespace kv::cpp {
@@ -23,7 +23,7 @@ std::map<const IKVProject*, std::weak_ptr<CppModel>>& registry() {
 
 std::shared_ptr<const ParseResult> CppModel::Parsed(IKVProject* project) {
   if (!mParsed) {
-    mParsed = std::make_shared<ParseResult>(Parse(Input, StandardLibraryFolder()));
+    mParsed = std::make_shared<ParseResult>(Parse(Input, ParserFolder()));
     // The common folder of the files, for names that a reader recognises.
     mRoot.clear();
     for (const auto& file : mParsed->Files) {

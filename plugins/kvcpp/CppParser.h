@@ -1,10 +1,5 @@
-// Parses the headers of a kv.cpp doc type with libclang into a tree of declarations.
-//
-// Every header goes into one translation unit that includes them all, so that each is parsed
-// once; function bodies are skipped and only declarations located in the named files are walked.
-// Source files (.c, .cpp) are units of their own, parsed in parallel. The parser keeps going
-// after fatal errors: a header with a missing include is reported, and the declarations of the
-// other headers are still delivered.
+// The declarations of the files of a kv.cpp doc type: from the cache when the files are as they
+// were at the last parse, else from the parser module (UnitParser.h), which is loaded then.
 #pragma once
 
 #include <memory>
@@ -13,17 +8,9 @@
 
 #include "CppInput.h"
 #include "Declaration.h"
+#include "ParseDiagnostic.h"
 
 namespace kv::cpp {
-
-struct ParseDiagnostic {
-  std::string File;  // empty when the problem has no place
-  unsigned Line = 0;
-  std::string Text;
-
-  // "file:line: warning: text", the form that editors understand.
-  std::string Format() const;
-};
 
 struct ParseResult {
   std::unique_ptr<Declaration> Global;  // the global namespace

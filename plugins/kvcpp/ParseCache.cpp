@@ -194,10 +194,11 @@ ParseCache::ParseCache(const std::vector<std::string>& arguments, bool plainComm
   for (const auto& a : arguments) key += a + '\n';
   key += plainComments ? "plain\n" : "marked\n";
   for (const auto& f : files) key += f + '\n';
-  // The parser's own build: another build may read the same files into other declarations.
-  const std::string module = ParserModuleFile();
-  if (const auto stamp = stampOf(module))
-    key += module + std::to_string(stamp->Size) + ":" + std::to_string(stamp->Nanoseconds);
+  // The builds of the parser and the plug-in: another build may read the same files into other
+  // declarations.
+  for (const std::string& module : {ParserModuleFile(), PlugInFile()})
+    if (const auto stamp = stampOf(module))
+      key += module + std::to_string(stamp->Size) + ":" + std::to_string(stamp->Nanoseconds) + '\n';
   mFile = folder + "/declarations-" + std::to_string(std::hash<std::string>()(key)) + ".bin";
   const auto now = std::chrono::system_clock::now().time_since_epoch();
   mStarted = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();

@@ -4,7 +4,6 @@
 #include <fstream>
 #include <set>
 
-#include "ParserModule.h"
 #include "PrecompiledHeaders.h"
 
 namespace kv::cpp {
@@ -55,12 +54,6 @@ bool beyondCore(const std::string& file) {
 }
 
 }  // namespace
-
-std::string StandardLibraryFolder() {
-  const fs::path module = ParserModuleFile();
-  if (module.extension() != ".so") return {};
-  return (module.parent_path() / "kvcpp").string();
-}
 
 std::string StandardLibraryFor(const std::string& folder, const std::vector<std::string>& arguments,
                                const std::vector<std::string>& documented) {

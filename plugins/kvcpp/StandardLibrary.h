@@ -16,10 +16,6 @@ namespace kv::cpp {
 
 enum class LibraryPart { Core, Whole };
 
-// The folder beside the plug-in's library that holds the precompiled libraries; empty when the
-// parser does not run from a shared library (as in its tests).
-std::string StandardLibraryFolder();
-
 // The precompiled library in `folder` that a unit compiled with `arguments` can load, for the
 // files `documented`: C++ of a standard that was precompiled, with no forced includes and no
 // defines of reserved names (which the library's headers may test). Empty when there is none.

@@ -3,10 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 
 #include "support/Files.h"
 #include "support/KavrelProgram.h"
+#include "support/ScopedEnvironment.h"
 
 namespace kv {
 namespace {
@@ -121,6 +123,43 @@ TEST_F(KVCppPlugIn, ABuildLogsTheErrorsOfBrokenHeadersAsWarningsWithFileAndLine)
   EXPECT_THAT(errors, Not(HasSubstr("Build Warning")));
   const ProcessResult items = run({"items", project});
   EXPECT_THAT(items.Output, HasSubstr("KV:Class Component late~Survivor"));
+}
+
+// libclang is loaded only to parse: the run that finds the declarations in its cache goes without.
+TEST_F(KVCppPlugIn, LoadsTheParserOnlyWhenTheCacheCannotAnswer) {
+  const std::string project = newProject("overloads");
+  test::ScopedEnvironment cache("XDG_CACHE_HOME", temp.path("cache"));
+  // Declarations of a file written during their parse are not kept.
+  for (const auto& entry : fs::directory_iterator(temp.path("overloads")))
+    fs::last_write_time(entry.path(), fs::file_time_type::clock::now() - std::chrono::hours(1));
+  const auto items = [&](const std::string& loads) {
+    const ProcessResult r = RunProcess(
+        {"/bin/sh", "-c", "LD_DEBUG=files " + std::string(KV_KAVREL_EXE) + " items " + project + " 2>" + loads},
+        temp.path());
+    EXPECT_EQ(r.ExitCode, 0) << r.Output;
+    return r.Output;
+  };
+  const std::string parsed = items("first.txt");
+  EXPECT_THAT(parsed, HasSubstr("geo~Point"));
+  EXPECT_EQ(items("second.txt"), parsed);
+  EXPECT_THAT(test::readFile(temp.path("first.txt")), HasSubstr("kvcpp-parser.so"));
+  EXPECT_THAT(test::readFile(temp.path("second.txt")), Not(HasSubstr("libclang")));
+}
+
+TEST_F(KVCppPlugIn, WithoutItsParserModuleTheBuildSaysWhyItDocumentsNothing) {
+  const std::string project = newProject("overloads");
+  // An installation whose plug-in lost the folder beside it.
+  fs::create_directories(temp.path("config/plugins"));
+  for (const auto& entry : fs::directory_iterator(KV_SOURCE_CONFIG_DIR))
+    if (entry.path().filename() != "plugins")
+      fs::create_symlink(entry.path(), temp.path("config") / entry.path().filename());
+  fs::copy_file(fs::path(KV_SOURCE_CONFIG_DIR) / "plugins/kvcpp.so", temp.path("config/plugins/kvcpp.so"));
+  test::ScopedEnvironment config("KAVREL_CONFIG_DIR", temp.path("config"));
+  test::ScopedEnvironment cache("XDG_CACHE_HOME", temp.path("cache"));
+  const ProcessResult r = run({"items", project});
+  EXPECT_THAT(r.Output, HasSubstr("warning: the C++ parser could not be loaded: "));
+  EXPECT_THAT(r.Output, HasSubstr("kvcpp/kvcpp-parser.so"));
+  EXPECT_THAT(r.Output, Not(HasSubstr("geo~Point")));
 }
 
 // The bundled example with a comment file, built as a user builds it: every page shows its item
