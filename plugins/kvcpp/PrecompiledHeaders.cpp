@@ -190,21 +190,28 @@ void PrecompiledHeaders::Forget(const std::string& header) const {
   fs::remove(mFile + ".files", ec);
 }
 
-void PrecompiledHeaders::Make(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented,
-                              const std::string& loaded) const {
-  if (mFile.empty() || !mWorthMaking || loaded == mFile) return;
+std::optional<PrecompiledHeaders::Inclusions> PrecompiledHeaders::ToMake(
+    CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented,
+    const std::string& loaded) const {
+  if (mFile.empty() || !mWorthMaking || loaded == mFile) return std::nullopt;
   Collect collect{unit, &documented, {}};
   clang_getInclusions(unit, visitInclusion, &collect);
-  std::vector<std::string> all, system;
+  Inclusions inclusions;
   std::set<std::string> seen;
   for (const auto& inclusion : collect.Found) {
     if (!seen.insert(inclusion.Directive).second) continue;
-    all.push_back(inclusion.Directive);
-    if (inclusion.System) system.push_back(inclusion.Directive);
+    inclusions.All.push_back(inclusion.Directive);
+    if (inclusion.System) inclusions.System.push_back(inclusion.Directive);
   }
   // What the unit read past the standard library goes on top of it, and loads it in turn.
-  const std::string chainedTo = loaded == mStandardLibrary ? loaded : std::string();
-  if (!Save(all, documented, chainedTo) && system != all) Save(system, documented, chainedTo);
+  if (loaded == mStandardLibrary) inclusions.ChainedTo = loaded;
+  return inclusions;
+}
+
+void PrecompiledHeaders::Make(const Inclusions& inclusions,
+                              const std::function<bool(const std::string&)>& documented) const {
+  if (!Save(inclusions.All, documented, inclusions.ChainedTo) && inclusions.System != inclusions.All)
+    Save(inclusions.System, documented, inclusions.ChainedTo);
 }
 
 bool PrecompiledHeaders::Save(std::vector<std::string> directives,

@@ -55,14 +55,21 @@ class PrecompiledHeaders {
   // Drops a header that could not be used, when it is the cached one: the standard library
   // belongs to the installation and stays.
   void Forget(const std::string& header) const;
-  // Makes the cached header from a unit that loaded `loaded` (a header from `Header`, or none)
-  // unless that was the cached one: the headers that the files `documented` tells include, in
-  // their order, system headers as they spell them and others by their path. A header through
-  // which a documented file is reached stays out, or that file's declarations would be hidden in
-  // the cache. When those headers do not compile on their own, the cache holds the system headers
-  // only.
-  void Make(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented,
-            const std::string& loaded) const;
+  // The headers that the files `documented` tells include, in their order, system headers as they
+  // spell them and others by their path, and the precompiled header to build on.
+  struct Inclusions {
+    std::vector<std::string> All;
+    std::vector<std::string> System;
+    std::string ChainedTo;
+  };
+  // What the cached header would hold, from a unit that loaded `loaded` (a header from `Header`, or
+  // none); nothing when none is to be made, or when the unit loaded the cached one.
+  std::optional<Inclusions> ToMake(CXTranslationUnit unit, const std::function<bool(const std::string&)>& documented,
+                                   const std::string& loaded) const;
+  // Makes the cached header. A header through which a documented file is reached stays out, or
+  // that file's declarations would be hidden in the cache. When the headers do not compile on
+  // their own, the cache holds the system headers only.
+  void Make(const Inclusions& inclusions, const std::function<bool(const std::string&)>& documented) const;
 
  private:
   // Compiles the include directives into the cache, on top of `chainedTo` when it is given; false

@@ -108,8 +108,10 @@ void parseUnit(Unit& unit, const std::vector<std::string>& arguments, bool plain
     const auto documented = [&](const std::string& file) { return unit.Documented.count(file) > 0; };
     DeclarationWalker walker(tu, documented, plainComments);
     walker.Walk(*unit.Global);
-    if (cache) cache->Make(tu, documented, usedCache ? header : std::string());
+    const auto toMake = cache ? cache->ToMake(tu, documented, usedCache ? header : std::string()) : std::nullopt;
+    // Gone before the cached header is made: the two parses are not held in memory at once.
     clang_disposeTranslationUnit(tu);
+    if (toMake) cache->Make(*toMake, documented);
   }
   clang_disposeIndex(index);
 }
