@@ -4,8 +4,9 @@
 // runs in the user's cache folder ($XDG_CACHE_HOME/kavrel, else ~/.cache/kavrel): reading those
 // headers, and the templates they make the compiler instantiate, is most of the work of a parse.
 // One cache entry stands for one set of compiler arguments and documented files; an entry whose
-// headers changed is made again, and one that libclang cannot load is removed and made again. Until there is one, units
-// load the installation's precompiled standard library when it suits them.
+// headers changed is made again, and one that libclang cannot load is removed and made again.
+// Until there is one, units load the installation's precompiled standard library when it suits
+// them.
 #pragma once
 
 #include <clang-c/Index.h>
